@@ -1,0 +1,47 @@
+#pragma once
+
+// The configuration file actnode.prf: where it is, how a line of it reads, and the two routines
+// that touch it. The reader hands out one matching record at a time; the writer rewrites the file
+// whole. Only the record operations of evseccfg.h call them. Nothing here shows or traces anything.
+
+#include "config/record.h"
+
+inline constexpr int kPathSize = 256;  // bytes of a path buffer, its terminating zero included
+
+inline constexpr int kNoCfgDir = 16;      // WLNSGetCfgDir: the directory has no usable path
+inline constexpr int kRefused = -1;       // invalid argument, or the user is not the superuser
+inline constexpr int kNoConfigPath = -2;  // the path of the file cannot be built
+
+// Builds the directory of the configuration file, with its trailing "/", from the environment
+// variable HLVHOME0000 and the local node's name, both asked anew. `dir` holds kPathSize bytes.
+// Returns 0, or kNoCfgDir with `dir` untouched when the variable is unset, the node has no name,
+// the name has more than 63 bytes or the path more than 255.
+[[nodiscard]] int WLNSGetCfgDir(char* dir);
+
+// Returns the next record whose masks equal the given ones, an empty mask matching everything, or
+// null when there is none left, the file cannot be read or memory runs out. The caller owns the
+// record. Successive calls walk down the file. A match on two non-empty masks and a null result
+// end the walk, so that the next call starts at the top: give both masks or call until null.
+[[nodiscard]] WLNSRec* WLNSReadRec(const char* nodeMask, const char* useridMask);
+
+// Returns what cut the last walk short, ENOMEM or the error number of a failed read; 0 when it
+// ended at a match or at the end of the file, or when the file could not be opened at all.
+[[nodiscard]] int WLNSReadError();
+
+// Ends a walk of WLNSReadRec early, so that the next call starts at the top of the file.
+void WLNSEndRead();
+
+// Rewrites the file with the records of `list` (null for none), creating the node's directory when
+// it is missing. Takes the list over: every record is released whatever the outcome.
+// Returns 0, kRefused when the effective user id is not 0, kNoConfigPath, or the error number of
+// opening the file for writing (ENOMEM when the new text does not fit into memory: the file is
+// then as it was). The terminating signals wait while the file is open.
+[[nodiscard]] int WLNSWriteRecs(WLNSRec* list);
+
+// Trims a line in place: blanks in front, and blanks and control characters at its end. A line
+// that is not a record line, one that begins with "-n=", becomes empty.
+void WLNSTrimLine(char* line);
+
+// Fills a zero-filled record from `text`, a trimmed record line after its "-n=". Overlong masks
+// are cut; fields behind a missing comma stay empty.
+void WLNSParseLine(WLNSRec* rec, const char* text);

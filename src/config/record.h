@@ -1,0 +1,44 @@
+#pragma once
+
+// One record of the node security configuration, and the owners that release records.
+
+#include <algorithm>
+#include <cstddef>
+#include <memory>
+#include <string_view>
+#include <utility>
+
+inline constexpr int kNodeMaskLength = 64;  // most bytes of a node mask
+inline constexpr int kUserMaskLength = 32;  // most bytes of a userid mask
+
+// A node mask and a userid mask, each zero-terminated and compared as plain text, and the security
+// mode of the pair: 'D' disabled, 'E' enabled, 'W' warning. A record read from a hand-edited file
+// may hold any other byte as its mode, a zero byte where the file has none.
+// Records are allocated one by one with `new`, zero-filled, and form lists in file order.
+struct WLNSRec {
+  char nodemask[kNodeMaskLength + 1];
+  char usermask[kUserMaskLength + 1];
+  char mode;
+  WLNSRec* next;
+};
+
+using RecordPtr = std::unique_ptr<WLNSRec>;
+
+// Releases a whole list, one record after another, however long it is.
+struct RecordListDeleter {
+  void operator()(WLNSRec* head) const noexcept {
+    while (head != nullptr) {
+      delete std::exchange(head, head->next);
+    }
+  }
+};
+
+using RecordListPtr = std::unique_ptr<WLNSRec, RecordListDeleter>;
+
+// Copies `text` into a zero-terminated buffer of `Size` bytes, cut to Size - 1 bytes when longer;
+// the bytes behind it become zero.
+template <std::size_t Size>
+void CopyText(char (&buffer)[Size], std::string_view text) {
+  text = text.substr(0, Size - 1);
+  std::fill(std::copy(text.begin(), text.end(), buffer), buffer + Size, '\0');
+}

@@ -1,0 +1,80 @@
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <new>
+#include <utility>
+
+#include "forms/forms.h"
+#include "shell/trace_log.h"
+
+namespace {
+
+// Returns a zero-filled buffer, null when there is no memory for it.
+char* NewBuffer(int size) { return new (std::nothrow) char[static_cast<std::size_t>(size)]{}; }
+
+bool IsDynamic(const ScreenField& row) { return (row.flags & FLD_DYNLABEL) != 0; }
+
+// Fills a buffer of length + 1 bytes with `text`, cut to its length, and zero bytes.
+void FillBuffer(char* buffer, int length, const char* text) {
+  const auto room = static_cast<std::size_t>(length);
+  const std::size_t used = strnlen(text, room);
+  std::memmove(buffer, text, used);
+  std::memset(buffer + used, 0, room + 1 - used);
+}
+
+}  // namespace
+
+int AllocScreenFields(ScreenField* table) {
+  // Nothing but buffers of this store may stand where FreeScreenFields looks for them, also in the
+  // rows behind one that gets none.
+  for (ScreenField& row : Rows(table)) {
+    row.value = nullptr;
+    if (IsDynamic(row)) {
+      row.label = nullptr;
+    }
+  }
+  for (ScreenField& row : Rows(table)) {
+    if (HasField(row)) {
+      row.value = NewBuffer(row.width + 1);
+      if (row.value == nullptr) {
+        TraceFormat("malloc for %d bytes failed on field <%s>", row.width + 1,
+                    row.name != nullptr ? row.name : "");
+        return -1;
+      }
+    }
+    if (IsDynamic(row)) {
+      row.label = NewBuffer(kDynamicLabelSize);
+      if (row.label == nullptr) {
+        return -1;
+      }
+    }
+  }
+  return 0;
+}
+
+int FreeScreenFields(ScreenField* table) {
+  for (ScreenField& row : Rows(table)) {
+    delete[] std::exchange(row.value, nullptr);
+    if (IsDynamic(row)) {
+      delete[] std::exchange(row.label, nullptr);
+    }
+  }
+  return 0;
+}
+
+void SetLabel(ScreenField* row, const char* text) {
+  if (IsDynamic(*row) && row->label != nullptr) {
+    // The label of such a row is a buffer of this store, whatever the type of the member says.
+    FillBuffer(const_cast<char*>(row->label), kDynamicLabelSize - 1, text);
+  }
+}
+
+void SetValue(ScreenField* field, const char* text) {
+  if (field != nullptr && field->value != nullptr) {
+    FillBuffer(field->value, field->width, text);
+  }
+}
+
+const char* Value(const ScreenField* field) {
+  return field != nullptr && field->value != nullptr ? field->value : "";
+}

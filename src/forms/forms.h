@@ -1,0 +1,180 @@
+#pragma once
+
+// The form toolkit: screens described by static tables, their input fields and the editing of them,
+// list boxes, message boxes and the one key reader behind all of it.
+//
+// Conventions of the whole toolkit:
+// 1. Rows and columns are curses window coordinates from 0; widths and lengths count bytes, one
+//    byte taking one column. A byte that is not printable ASCII is drawn as '?'.
+// 2. Functions return 0 or a curses result (OK, ERR) unless their comment says more; -1 is failure.
+// 3. Windows stay the caller's. Boxes open windows of their own and give the screen below back
+// whole.
+// 4. Nothing is drawn outside a window: what does not fit is cut, what lies outside is left out.
+// 5. Texts passed in are zero-terminated and not kept beyond the call, unless they stand in a
+// table.
+
+#include <curses.h>
+
+#include <cstdint>
+#include <span>
+
+// --- Screen tables ---
+
+inline constexpr std::uint32_t FLD_DYNLABEL = 0x20;   // the label is a buffer of the field store
+inline constexpr std::uint32_t FLD_PROTECTED = 0x40;  // the cursor does not stop at the field
+inline constexpr std::uint32_t FLD_HIDDEN = 0x80;     // the value is drawn as asterisks
+
+inline constexpr int kDynamicLabelSize = 80;  // bytes of a FLD_DYNLABEL label
+inline constexpr int kMaxFieldWidth = 256;    // most bytes of a value that are drawn on a line
+inline constexpr int kTableEnd = 255;         // all four positions of a table's sentinel row
+
+// One row of a screen: a label and, where the field positions are not -1, an input field. Tables
+// list their rows from top to bottom and end with a sentinel row.
+struct ScreenField {
+  std::int32_t label_row;
+  std::int32_t label_column;
+  const char* label;
+  std::int32_t field_row;
+  std::int32_t field_column;  // of the first character; the opening mark stands left of it
+  char* value;                // width + 1 bytes of the field store; null while the screen is closed
+  std::int32_t width;         // most characters of the value
+  std::uint32_t flags;
+  const char* name;  // by which screens find the field; null on a label-only row
+};
+
+// A ScreenTable is an array of ScreenField closed by the sentinel; the tables are process-wide and
+// their values and flags change while screens run.
+using ScreenTable = ScreenField[];
+
+extern ScreenField UpdateScreen[];  // the add / update form: fields "node", "userid", "mode"
+extern ScreenField SelectScreen[];  // the selection and delete forms: fields "node", "userid"
+
+// The rows of `table` before its sentinel.
+std::span<ScreenField> Rows(ScreenField* table);
+
+// Whether the row has an input field, and whether the cursor may stop at it.
+bool HasField(const ScreenField& row);
+bool IsEnterable(const ScreenField& row);
+
+// Gives every field of `table` an empty value buffer and every FLD_DYNLABEL row an empty label of
+// kDynamicLabelSize bytes. Returns 0, or -1 at the first allocation that fails: rows before it keep
+// their buffers. Either way FreeScreenFields releases them.
+int AllocScreenFields(ScreenField* table);
+
+// Releases what AllocScreenFields gave to `table`. Returns 0.
+int FreeScreenFields(ScreenField* table);
+
+// Writes `text` into the label of an allocated FLD_DYNLABEL row, cut to the buffer.
+void SetLabel(ScreenField* row, const char* text);
+
+// Makes `text` the value of the field, cut to its width. Does nothing when the field is null or has
+// no value buffer.
+void SetValue(ScreenField* field, const char* text);
+
+// The value of the field, "" when the field is null or has no value buffer.
+const char* Value(const ScreenField* field);
+
+// Returns the field called `name`, or null.
+ScreenField* FindField(ScreenField* table, const char* name);
+
+// Returns the field that covers the window position, the column behind its last one included, or
+// null.
+ScreenField* FindFieldAt(ScreenField* table, int row, int column);
+
+// Return the field that Down and Up lead to from `current`: the first one of the next line, or of
+// the previous line, that has enterable fields, wrapping around. The table needs an enterable row.
+ScreenField* NextField(ScreenField* table, ScreenField* current);
+ScreenField* PrevField(ScreenField* table, ScreenField* current);
+
+// Returns the last enterable row, null when there is none.
+ScreenField* LastField(ScreenField* table);
+
+// --- Drawing ---
+
+// Paints the whole screen: border, title (may be null) over the top border, labels, and values from
+// their first characters. The window keeps the border characters it has. The cursor ends on the
+// first enterable field, or at row 0, column 0. Returns the result of the refresh.
+int PaintScreen(WINDOW* window, ScreenField* table, const char* title);
+
+// Shows the field from its first character and puts the window's cursor there. Returns the curses
+// result of the move.
+int MoveToField(WINDOW* window, const ScreenField* field);
+
+// Draws the field anew after its value was changed, scrolled as it stands, and refreshes the
+// window. The cursor stays.
+void RedrawField(WINDOW* window, const ScreenField* field);
+
+// Writes `title` centred over the top border of the window; a title too long for that begins where
+// the window's cursor stands.
+void DrawTitle(WINDOW* window, const char* title);
+
+// --- Keys ---
+
+inline constexpr int KEY_NEWLINE = 10;  // Enter, as curses delivers the carriage return
+
+inline bool IsEnterKey(int key) { return key == KEY_NEWLINE || key == KEY_ENTER; }
+
+// Waits for a key with `window` refreshed and having the input focus, and returns its curses code.
+// Escape sequences of the arrow and function keys, and Escape with a digit, h, j, k, l or x, come
+// back as the key they stand for, Backspace as KEY_DC; Escape itself is never returned. Returns ERR
+// when the wait was interrupted. When the terminal is gone the program is shut down from here.
+int ReadKey(WINDOW* window);
+
+// --- Forms ---
+
+// Not 0 once the operator has changed a value. The toolkit only ever sets it.
+extern int FieldsModified;
+
+// What a KeyHandler is told: Enter, or the function key Fn as n + 1.
+enum HandlerCode : int {
+  CODE_ENTER = 1,
+  CODE_F3 = 4,
+  CODE_F4 = 5,
+};
+
+// A screen's part in its form: called for Enter and the function keys F1 to F12 with the form's
+// window, the code of the key and the field under the cursor (null when there is none). It may draw
+// on the window and move its cursor. A result other than 0 ends the form.
+using KeyHandler = int (*)(WINDOW* window, int code, ScreenField* field);
+
+// Runs the form that PaintScreen has painted on `window` until `handler` ends it. The values stay
+// in the table.
+void ProcessWindowData(WINDOW* window, ScreenField* table, KeyHandler handler);
+
+// --- List box ---
+
+inline constexpr int kMaxItemLength = 64;  // longer items are cut
+inline constexpr int kMaxItems = 1024;     // items beyond are fetched and dropped
+
+// Returns the next item text to list for `field`, or null at the end, after which the next call
+// starts a new list. The text must stay valid until the next call only.
+using ItemProvider = const char* (*)(ScreenField* field);
+
+// Shows the items of `provider` in a box over `parent` and stores the one the operator chooses in
+// `field`, cut to its width, setting FieldsModified; F3 leaves the field as it is. Returns 0, or -1
+// when the box does not fit on the screen (the provider is then not called).
+int ListBox(WINDOW* parent, ScreenField* field, ItemProvider provider);
+
+// Draws one page of the `count` texts in `items` with its markers, from the item `first` on, at
+// most `page_size` items.
+void PaintListBox(WINDOW* box, const char* const* items, int first, int count, int page_size);
+
+// --- Message box ---
+
+enum MessageBoxType : int {
+  MBOX_YESNO = 1,
+  MBOX_YESNOCANCEL = 2,
+  MBOX_OK = 3,
+  MBOX_OKCANCEL = 4,
+};
+
+enum MessageBoxAnswer : int {
+  MBOX_ANS_YES = 1,
+  MBOX_ANS_NO = 2,
+  MBOX_ANS_OK = 3,
+  MBOX_ANS_CANCEL = 4,
+};
+
+// Shows `text` with the buttons of `type` in a box over `parent` until one is chosen. Returns the
+// MessageBoxAnswer, or -1 when the box does not fit on the screen or there is no such type.
+int MessageBox(WINDOW* parent, const char* text, int type);

@@ -1,0 +1,122 @@
+#include <algorithm>
+#include <cstring>
+#include <string>
+
+#include "forms/field_view.h"
+#include "forms/form_engine.h"
+#include "forms/forms.h"
+#include "forms/text.h"
+#include "forms/window.h"
+
+namespace {
+
+// The character at (row, column), which may lie outside the window; 0 for none and for a blank.
+chtype CharacterAt(WINDOW* window, int row, int column) {
+  if (wmove(window, row, column) == ERR) {
+    return 0;
+  }
+  const chtype character = winch(window);
+  return (character & A_CHARTEXT) == ' ' ? 0 : character;
+}
+
+// The horizontal border character of the window: beside the top left corner, or at the bottom where
+// the title of the last painting covers that place.
+chtype HorizontalBorder(WINDOW* window, const char* title) {
+  const chtype top = CharacterAt(window, 0, 1);
+  const bool covered =
+      title != nullptr && std::strlen(title) > 1 &&
+      (top == static_cast<unsigned char>(title[0]) || top == static_cast<unsigned char>(title[1]));
+  const chtype border = covered ? CharacterAt(window, getmaxy(window) - 1, 1) : top;
+  return border != 0 ? border : kHorizontalBorder;
+}
+
+chtype VerticalBorder(WINDOW* window) {
+  const chtype border = CharacterAt(window, 1, 0);
+  return border != 0 ? border : kVerticalBorder;
+}
+
+}  // namespace
+
+FormRun* FindForm(const WINDOW* window) {
+  FormRun* form = CurrentForm;
+  while (form != nullptr && form->window != window) {
+    form = form->outer;
+  }
+  return form;
+}
+
+int FormColumns(const WINDOW* window) { return std::min(COLS, getmaxx(window)); }
+
+void DrawField(WINDOW* window, const ScreenField& field, int offset) {
+  const int columns = FormColumns(window);
+  const int mark_column = field.field_column - 1;
+  const int room = columns - 1 - mark_column;
+  if (room > 0) {
+    std::string line = FieldLine(field, offset, columns);
+    line.resize(std::min(line.size(), static_cast<std::size_t>(room)));
+    DrawText(window, field.field_row, mark_column, line);
+  }
+}
+
+void ForgetScroll(const WINDOW* window) {
+  if (FormRun* form = FindForm(window); form != nullptr) {
+    form->ScrollOffset = 0;
+  }
+}
+
+void DrawTitle(WINDOW* window, const char* title) {
+  const int length = static_cast<int>(std::strlen(title));
+  const int column = length <= COLS ? (COLS - length) / 2 - 1 : -1;
+  if (wmove(window, 0, column) == ERR) {
+    int row = 0;
+    int standing = 0;
+    getyx(window, row, standing);
+    DrawText(window, row, standing, title);
+    return;
+  }
+  DrawText(window, 0, column, title);
+}
+
+int PaintScreen(WINDOW* window, ScreenField* table, const char* title) {
+  const chtype horizontal = HorizontalBorder(window, title);
+  const chtype vertical = VerticalBorder(window);
+  wclear(window);
+  box(window, vertical, horizontal);
+  if (title != nullptr) {
+    DrawTitle(window, title);
+  }
+  const ScreenField* first = nullptr;
+  for (const ScreenField& row : Rows(table)) {
+    if (row.label != nullptr) {
+      DrawText(window, row.label_row, row.label_column, row.label);
+    }
+    if (HasField(row)) {
+      if (first == nullptr && IsEnterable(row)) {
+        first = &row;
+      }
+      DrawField(window, row, 0);
+    }
+  }
+  ForgetScroll(window);
+  if (first == nullptr || wmove(window, first->field_row, first->field_column) == ERR) {
+    wmove(window, 0, 0);
+  }
+  return wrefresh(window);
+}
+
+int MoveToField(WINDOW* window, const ScreenField* field) {
+  DrawField(window, *field, 0);
+  ForgetScroll(window);
+  return wmove(window, field->field_row, field->field_column);
+}
+
+void RedrawField(WINDOW* window, const ScreenField* field) {
+  const FormRun* form = FindForm(window);
+  const int offset = form != nullptr && form->field == field ? form->ScrollOffset : 0;
+  int row = 0;
+  int column = 0;
+  getyx(window, row, column);
+  DrawField(window, *field, offset);
+  wmove(window, row, column);
+  wrefresh(window);
+}

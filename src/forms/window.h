@@ -1,0 +1,25 @@
+#pragma once
+
+// Ownership of curses windows, and what every window of the program has in common.
+
+#include <curses.h>
+
+#include <memory>
+
+struct WindowDeleter {
+  void operator()(WINDOW* window) const noexcept { delwin(window); }
+};
+using WindowPtr = std::unique_ptr<WINDOW, WindowDeleter>;
+
+inline constexpr chtype kVerticalBorder = '|';
+inline constexpr chtype kHorizontalBorder = '-';
+
+// Opens a cleared and bordered window with keypad translation at (row, column) of the screen; null
+// when it cannot be created or does not fit on the screen.
+WindowPtr OpenWindow(int rows, int columns, int row, int column);
+
+// Opens such a window in the middle of the screen.
+WindowPtr OpenCentredWindow(int rows, int columns);
+
+// Shows `window` again whole after a window over it is gone. Returns the result of the refresh.
+int Restore(WINDOW* window);

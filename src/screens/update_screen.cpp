@@ -1,0 +1,230 @@
+#include <algorithm>
+#include <cstring>
+#include <span>
+
+#include "config/evseccfg.h"
+#include "screens/form_screen.h"
+#include "screens/mask_check.h"
+#include "screens/screens.h"
+#include "shell/shell_state.h"
+#include "shell/shutdown.h"
+#include "shell/trace_log.h"
+
+constinit const char* const ModeNames[] = {"DISABLED", "ENABLED", "WARNING", ""};
+
+namespace {
+
+int OnEnter(WINDOW* win);
+int OnCancel(WINDOW* win);
+
+constexpr FormScreen kUpdateForm{.operation = "UpdCfg",
+                                 .table = UpdateScreen,
+                                 .title = "Halvorn Event Node Security Maintenance",
+                                 .handler = UpdCfgKeys,
+                                 .on_enter = OnEnter,
+                                 .on_cancel = OnCancel,
+                                 .provider = AddCfgItem};
+
+ScreenField* Field(const char* name) { return FindField(UpdateScreen, name); }
+
+// --- Modes ---
+
+const std::span<const char* const> kModeWords(ModeNames, 3);
+
+bool IsModeLetter(char letter) {
+  return std::ranges::any_of(kModeWords, [letter](const char* word) { return *word == letter; });
+}
+
+// The word for a record's mode; a letter that is none of the three counts as a warning.
+const char* ModeWord(char letter) { return kModeWords[letter == 'D' ? 0 : letter == 'E' ? 1 : 2]; }
+
+// --- Opening ---
+
+void Protect(const char* name, bool is_protected) {
+  if (ScreenField* field = Field(name); field != nullptr) {
+    field->flags = is_protected ? field->flags | FLD_PROTECTED : field->flags & ~FLD_PROTECTED;
+  }
+}
+
+bool PrepareToAdd() {
+  const bool read_only = RootAuthority == 0;
+  Protect("node", read_only);
+  Protect("userid", read_only);
+  SetValue(Field("mode"), "ENABLED");
+  Protect("mode", read_only);
+  return true;
+}
+
+// Looks the record up and shows it in the fields; false when it is not there.
+bool PrepareToChange(WINDOW* parent, const char* nodeMask, const char* useridMask) {
+  const RecordPtr key = NewRecordKey(nodeMask, useridMask);
+  if (!key) {
+    Shutdown(0);
+  }
+  TraceFormat("Looking for Node: <%s>, User: <%s>", key->nodemask, key->usermask);
+  if (WLNSGetRec(key.get()) != 0) {
+    ShowNotFound(parent, *key);
+    return false;
+  }
+  TraceLog("Populating screen structure");
+  SetValue(Field("node"), key->nodemask);
+  Protect("node", true);
+  SetValue(Field("userid"), key->usermask);
+  Protect("userid", true);
+  SetValue(Field("mode"), ModeWord(key->mode));
+  if (RootAuthority == 0) {
+    Protect("mode", true);
+  }
+  return true;
+}
+
+// --- Checking and storing ---
+
+struct MaskMessages {
+  const char* missing;
+  const char* question_mark;
+  const char* comma;
+  const char* embedded_star;
+};
+
+constexpr MaskMessages kNodeMessages{
+    .missing = "Node name is missing",
+    .question_mark = "\"?\" not allowed in node name mask",
+    .comma = "\",\" not allowed in node name mask",
+    .embedded_star = "Imbedded \"*\" not allowed in node name mask"};
+
+constexpr MaskMessages kUseridMessages{
+    .missing = "userid mask is missing",
+    .question_mark = "\"?\" not allowed in userid mask",
+    .comma = "\",\" not allowed in userid mask",
+    .embedded_star = "Imbedded \"*\" not allowed in userid mask"};
+
+// Returns what is wrong with the mask in the field, null when nothing is.
+const char* MaskMessage(const ScreenField* field, const MaskMessages& messages) {
+  switch (CheckMask(Value(field))) {
+    case MaskFault::kMissing:
+      return messages.missing;
+    case MaskFault::kQuestionMark:
+      return messages.question_mark;
+    case MaskFault::kComma:
+      return messages.comma;
+    case MaskFault::kEmbeddedStar:
+      return messages.embedded_star;
+    case MaskFault::kNone:
+      break;
+  }
+  return nullptr;
+}
+
+char ToUpper(char letter) {
+  return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
+}
+
+// Turns the mode in the field to upper case and returns what is wrong with it, or null.
+const char* ModeMessage(WINDOW* win, ScreenField* field) {
+  if (*Value(field) == '\0') {
+    return "Security Mode is missing";
+  }
+  std::transform(field->value, field->value + field->width, field->value, ToUpper);
+  RedrawField(win, field);
+  return IsModeLetter(*field->value) ? nullptr : "Security Mode is invalid";
+}
+
+// Reports what is wrong with a field and puts the cursor on it; `message` is null when nothing is.
+bool Accept(WINDOW* win, const ScreenField* field, const char* message) {
+  if (message == nullptr) {
+    return true;
+  }
+  MessageBox(win, message, MBOX_OK);
+  if (field != nullptr) {
+    MoveToField(win, field);
+  }
+  return false;
+}
+
+bool FieldsAreValid(WINDOW* win) {
+  ScreenField* node = Field("node");
+  ScreenField* userid = Field("userid");
+  ScreenField* mode = Field("mode");
+  return Accept(win, node, MaskMessage(node, kNodeMessages)) &&
+         Accept(win, userid, MaskMessage(userid, kUseridMessages)) &&
+         Accept(win, mode, ModeMessage(win, mode));
+}
+
+// --- Keys ---
+
+int OnEnter(WINDOW* win) {
+  if (RootAuthority == 0) {
+    return kClose;
+  }
+  if (UpdCfgData(win) != 0) {
+    return kStay;
+  }
+  ShowMessage(win, MBOX_OK, "Configuration for node <%s> user <%s> successfully updated",
+              Value(Field("node")), Value(Field("userid")));
+  return kClose;
+}
+
+int OnCancel(WINDOW* win) {
+  return FieldsModified == 0 || Confirm(win, "Cancel Update?") ? kClose : kStay;
+}
+
+}  // namespace
+
+int AddCfg(WINDOW* parent) {
+  TraceLog("Enter AddCfg");
+  return UpdCfg(parent, "", "");
+}
+
+int UpdCfg(WINDOW* parent, const char* nodeMask, const char* useridMask) {
+  FieldsModified = 0;
+  if (*nodeMask == '\0') {
+    return RunFormScreen(kUpdateForm, parent, PrepareToAdd);
+  }
+  return RunFormScreen(kUpdateForm, parent,
+                       [=] { return PrepareToChange(parent, nodeMask, useridMask); });
+}
+
+int UpdCfgKeys(WINDOW* win, int code, ScreenField* field) {
+  TraceLog("Enter UpdCfgKeys");
+  TraceFormat("Key received: %d", code);
+  const int result = HandleFormKey(kUpdateForm, win, code, field);
+  TraceLog("Exit UpdCfgKeys");
+  return result;
+}
+
+int UpdCfgData(WINDOW* win) {
+  TraceLog("Enter UpdCfgData");
+  if (!FieldsAreValid(win)) {
+    return -1;
+  }
+  const RecordPtr record = NewRecordKey(Value(Field("node")), Value(Field("userid")));
+  if (!record) {
+    ShowNoStorage(win);
+    return -1;
+  }
+  record->mode = *Value(Field("mode"));
+  const int result = WLNSUpdateRec(record.get());
+  if (result != 0) {
+    TraceFormat("WLNSUpdateRec failed; rc=%d", result);
+    MessageBox(win, "Update of external node security configuration failed", MBOX_OK);
+  }
+  TraceLog("Exit UpdCfgData");
+  return result;
+}
+
+const char* AddCfgItem(ScreenField* field) {
+  static constinit int position = 0;
+  static constinit char item[10] = {};
+
+  TraceLog("Enter AddCfgItem");
+  if (field->name == nullptr || std::strcmp(field->name, "mode") != 0) {
+    return nullptr;
+  }
+  CopyText(item, ModeNames[position++]);
+  if (*item == '\0') {
+    position = 0;
+    return nullptr;
+  }
+  return item;
+}

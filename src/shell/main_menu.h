@@ -1,0 +1,39 @@
+#pragma once
+
+// The main menu on the standard screen: its table, how it is painted, and the loop that runs the
+// chosen entries.
+
+#include <curses.h>
+
+// One line of a menu. A menu ends with a row whose position is (255, 255) and that has no action.
+struct MenuEntry {
+  int row;  // screen position of the text
+  int col;
+  const char* text;
+  int (*action)(WINDOW* parent);  // runs the entry over `parent`; the menu ignores the result
+};
+
+extern const MenuEntry MainMenu[];
+
+// The last entry of the menu painted last, null before.
+extern const MenuEntry* LastMenuEntry;
+
+// Paints title, entries and key line of `menu` on `window`, with the cursor on the first entry and
+// that entry highlighted. What does not fit is left out. Returns the result of the refresh.
+int PaintMenu(WINDOW* window, const MenuEntry* menu, const char* title);
+
+// Redraw the entry's text on the standard screen in standout, respectively normal, video.
+void HighlightEntry(const MenuEntry* entry);
+void UnhighlightEntry(const MenuEntry* entry);
+
+// Runs the entry's action with `window` and returns its result.
+int RunEntryAction(WINDOW* window, const MenuEntry* entry);
+
+// Returns the entry of `menu` that starts at (row, col), or null.
+const MenuEntry* FindMenuEntry(const MenuEntry* menu, int row, int col);
+
+// The entry "Quit": shuts the program down and never returns.
+int QuitCfg(WINDOW* window);
+
+// Runs the main menu, painted before, until the program is shut down.
+[[noreturn]] void RunMainMenu();
