@@ -102,7 +102,7 @@ int ReplaceFile(const char* path, std::string_view text) {
   if (!file) {
     return errno;
   }
-  [[maybe_unused]] const std::size_t written = std::fwrite(text.data(), 1, text.size(), file.get());
+  (void)std::fwrite(text.data(), 1, text.size(), file.get());
   return 0;
 }
 

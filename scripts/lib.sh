@@ -1,0 +1,47 @@
+# shellcheck shell=bash
+# Shared by the scripts of this project; sourced, not run.
+
+root=$(CDPATH="" cd -- "$(dirname -- "${BASH_SOURCE[0]}")/.." && pwd)
+
+# shellcheck disable=SC2034  # used by the scripts that source this file
+build_packages=(g++ cmake ninja-build libncurses-dev)
+# shellcheck disable=SC2034
+test_packages=("${build_packages[@]}" libgtest-dev libvterm-dev pkg-config)
+
+die() {
+  printf '%s: %s\n' "${0##*/}" "$*" >&2
+  exit 1
+}
+
+# require_packages PACKAGE...: installs the Debian packages that are missing, or says which and ends.
+require_packages() {
+  command -v dpkg-query >/dev/null || die "this is not a Debian system; build with cmake directly"
+
+  local package missing=() as_root=()
+  for package in "$@"; do
+    [[ $(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null) == installed ]] ||
+      missing+=("$package")
+  done
+  ((${#missing[@]})) || return 0
+
+  if ((EUID != 0)); then
+    if command -v sudo >/dev/null && { sudo -n true 2>/dev/null || [[ -t 0 ]]; }; then
+      as_root=(sudo)
+    else
+      die "missing packages; as root, install: ${missing[*]}"
+    fi
+  fi
+  echo "Installing: ${missing[*]}" >&2
+  as_root+=(env DEBIAN_FRONTEND=noninteractive apt-get)
+  "${as_root[@]}" update </dev/null >&2 || die "cannot update the package lists"
+  "${as_root[@]}" install -y --no-install-recommends "${missing[@]}" </dev/null >&2 ||
+    die "cannot install: ${missing[*]}"
+}
+
+# configure PRESET [OPTION...]: sets up build/PRESET, with further options for cmake.
+configure() {
+  local place=$root/build/$1
+  while [[ ! -e $place ]]; do place=$(dirname -- "$place"); done
+  [[ -w $place ]] || die "no permission to write to $place (made by another user?)"
+  cmake -S "$root" --preset "$@"
+}
