@@ -7,6 +7,8 @@ root=$(CDPATH="" cd -- "$(dirname -- "${BASH_SOURCE[0]}")/.." && pwd)
 build_packages=(g++ cmake ninja-build libncurses-dev)
 # shellcheck disable=SC2034
 test_packages=("${build_packages[@]}" libgtest-dev libvterm-dev pkg-config)
+# shellcheck disable=SC2034
+package_packages=("${build_packages[@]}" dpkg-dev file)
 
 die() {
   printf '%s: %s\n' "${0##*/}" "$*" >&2
@@ -44,4 +46,20 @@ configure() {
   while [[ ! -e $place ]]; do place=$(dirname -- "$place"); done
   [[ -w $place ]] || die "no permission to write to $place (made by another user?)"
   cmake -S "$root" --preset "$@"
+}
+
+# prepare_sample FOLDER: makes a sample installation with a few records there, unless it has one.
+prepare_sample() {
+  local directory
+  directory=$1/opr/config/$(uname -n)
+  [[ ! -e $directory/actnode.prf ]] || return 0
+  mkdir -p -- "$directory"
+  cat >"$directory/actnode.prf" <<'END'
+#Event external security configuration
+#Format: -n=nodemask,usermask,mode(D|E|W)
+-n=alpha,root,E
+-n=alpha,oper*,W
+-n=beta,root,E
+-n=test*,*,D
+END
 }
