@@ -231,6 +231,9 @@ void ProcessWindowData(WINDOW* window, ScreenField* table, KeyHandler handler) {
     }
     if (field != nullptr && field->value != nullptr) {
       EditField(StartEdit(form, *field), key);
+      if (key == KEY_RESIZE) {
+        RedrawField(window, field);  // its visible part has another width now
+      }
     }
     wrefresh(window);
   }

@@ -82,7 +82,7 @@ ScreenField* FindField(ScreenField* table, const char* name);
 ScreenField* FindFieldAt(ScreenField* table, int row, int column);
 
 // Return the field that Down and Up lead to from `current`: the first one of the next line, or of
-// the previous line, that has enterable fields, wrapping around. The table needs an enterable row.
+// the previous line, that has enterable fields, wrapping around; `current` when there is none.
 ScreenField* NextField(ScreenField* table, ScreenField* current);
 ScreenField* PrevField(ScreenField* table, ScreenField* current);
 
@@ -97,7 +97,7 @@ ScreenField* LastField(ScreenField* table);
 int PaintScreen(WINDOW* window, ScreenField* table, const char* title);
 
 // Shows the field from its first character and puts the window's cursor there. Returns the curses
-// result of the move.
+// result of the move; a field outside the window changes nothing.
 int MoveToField(WINDOW* window, const ScreenField* field);
 
 // Draws the field anew after its value was changed, scrolled as it stands, and refreshes the

@@ -7,6 +7,7 @@
 #include <span>
 
 #include "forms/forms.h"
+#include "forms/window.h"
 #include "shell/shell_state.h"
 #include "shell/shutdown.h"
 #include "shell/trace_log.h"
@@ -64,12 +65,13 @@ bool TerminalGone(short events, int read_error) {
   return !passing || isatty(STDIN_FILENO) == 0;
 }
 
-// Waits for one key. An interrupt is let through only in the call of ppoll: curses itself never
-// blocks, so that its own work is never cut short.
+// Waits for one key. Interrupts are let through only here: curses itself never blocks, so that its
+// own work is never cut short.
 int WaitForKey(WINDOW* window) {
   wtimeout(window, 0);
   pollfd input{STDIN_FILENO, POLLIN, 0};
   for (;;) {
+    AdmitInterrupts();
     errno = 0;
     const int key = wgetch(window);
     if (key != ERR) {
@@ -87,6 +89,9 @@ int WaitForKey(WINDOW* window) {
 
 int ReadTracedKey(WINDOW* window) {
   const int key = WaitForKey(window);
+  if (key == KEY_RESIZE) {
+    KeepOnScreen(window);
+  }
   TraceFormat("Key: %c, 0X%x received at position(%d,%d)", key, static_cast<unsigned>(key),
               MenuCursorRow, MenuCursorCol);
   return key;

@@ -79,6 +79,9 @@ ScreenField* LastField(ScreenField* table) {
 
 ScreenField* NextField(ScreenField* table, ScreenField* current) {
   ScreenField* last = LastField(table);
+  if (last == nullptr) {
+    return current;
+  }
   if (current == last) {
     return FirstField(Rows(table));
   }
@@ -92,6 +95,9 @@ ScreenField* NextField(ScreenField* table, ScreenField* current) {
 
 ScreenField* PrevField(ScreenField* table, ScreenField* current) {
   ScreenField* first = FirstField(Rows(table));
+  if (first == nullptr) {
+    return current;
+  }
   ScreenField* candidate = first;
   if (current == first) {
     candidate = LastField(table);

@@ -10,29 +10,24 @@
 
 namespace {
 
-// The character at (row, column), which may lie outside the window; 0 for none and for a blank.
-chtype CharacterAt(WINDOW* window, int row, int column) {
-  if (wmove(window, row, column) == ERR) {
-    return 0;
-  }
-  const chtype character = winch(window);
-  return (character & A_CHARTEXT) == ' ' ? 0 : character;
+// The character at (row, column), `otherwise` when that lies outside the window.
+chtype CharacterAt(WINDOW* window, int row, int column, chtype otherwise) {
+  return wmove(window, row, column) == OK ? winch(window) : otherwise;
 }
 
 // The horizontal border character of the window: beside the top left corner, or at the bottom where
 // the title of the last painting covers that place.
 chtype HorizontalBorder(WINDOW* window, const char* title) {
-  const chtype top = CharacterAt(window, 0, 1);
+  const chtype top = CharacterAt(window, 0, 1, kHorizontalBorder);
   const bool covered =
       title != nullptr && std::strlen(title) > 1 &&
       (top == static_cast<unsigned char>(title[0]) || top == static_cast<unsigned char>(title[1]));
-  const chtype border = covered ? CharacterAt(window, getmaxy(window) - 1, 1) : top;
-  return border != 0 ? border : kHorizontalBorder;
-}
-
-chtype VerticalBorder(WINDOW* window) {
-  const chtype border = CharacterAt(window, 1, 0);
-  return border != 0 ? border : kVerticalBorder;
+  if (!covered) {
+    return top;
+  }
+  const chtype bottom = CharacterAt(window, getmaxy(window) - 1, 1, kHorizontalBorder);
+  // A window that has grown with its terminal has no border at its bottom yet.
+  return (bottom & A_CHARTEXT) == ' ' ? kHorizontalBorder : bottom;
 }
 
 }  // namespace
@@ -79,7 +74,7 @@ void DrawTitle(WINDOW* window, const char* title) {
 
 int PaintScreen(WINDOW* window, ScreenField* table, const char* title) {
   const chtype horizontal = HorizontalBorder(window, title);
-  const chtype vertical = VerticalBorder(window);
+  const chtype vertical = CharacterAt(window, 1, 0, kVerticalBorder);
   wclear(window);
   box(window, vertical, horizontal);
   if (title != nullptr) {
@@ -105,6 +100,9 @@ int PaintScreen(WINDOW* window, ScreenField* table, const char* title) {
 }
 
 int MoveToField(WINDOW* window, const ScreenField* field) {
+  if (wmove(window, field->field_row, field->field_column) == ERR) {
+    return ERR;
+  }
   DrawField(window, *field, 0);
   ForgetScroll(window);
   return wmove(window, field->field_row, field->field_column);

@@ -1,5 +1,7 @@
 #include "forms/window.h"
 
+#include <algorithm>
+
 WindowPtr OpenWindow(int rows, int columns, int row, int column) {
   // curses itself would make a window that hangs over the edge.
   if (rows > LINES || columns > COLS) {
@@ -16,6 +18,13 @@ WindowPtr OpenWindow(int rows, int columns, int row, int column) {
 
 WindowPtr OpenCentredWindow(int rows, int columns) {
   return OpenWindow(rows, columns, (LINES - rows) / 2, (COLS - columns) / 2);
+}
+
+void KeepOnScreen(WINDOW* window) {
+  const int rows = std::min(getmaxy(window), LINES);
+  const int columns = std::min(getmaxx(window), COLS);
+  wresize(window, rows, columns);
+  mvwin(window, std::min(getbegy(window), LINES - rows), std::min(getbegx(window), COLS - columns));
 }
 
 int Restore(WINDOW* window) {

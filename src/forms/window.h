@@ -21,5 +21,9 @@ WindowPtr OpenWindow(int rows, int columns, int row, int column);
 // Opens such a window in the middle of the screen.
 WindowPtr OpenCentredWindow(int rows, int columns);
 
+// Fits a window that has the focus to a terminal that has shrunk: curses cuts the size of windows,
+// but leaves them where they are, be it outside the screen.
+void KeepOnScreen(WINDOW* window);
+
 // Shows `window` again whole after a window over it is gone. Returns the result of the refresh.
 int Restore(WINDOW* window);

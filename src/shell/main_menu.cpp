@@ -32,14 +32,18 @@ const MenuEntry* Above(const MenuEntry* entry) {
   return entry->row > MainMenu->row ? entry - 1 : LastMenuEntry;
 }
 
-// Moves the highlight from one entry to another, which becomes the current one.
+// Moves the highlight and the cursor, unless `to` lies outside the screen; returns the entry that
+// then has them.
 const MenuEntry* MoveHighlight(const MenuEntry* from, const MenuEntry* to) {
+  if (wmove(stdscr, to->row, to->col) == ERR) {
+    return from;
+  }
   UnhighlightEntry(from);
   HighlightEntry(to);
   return to;
 }
 
-// Acts on a key with the cursor on `current`; returns the entry that is then the current one.
+// Acts on a key with the cursor on `current`; returns the entry that is highlighted then.
 const MenuEntry* HandleMenuKey(const MenuEntry* current, int key) {
   if (IsEnterKey(key)) {
     RunEntryAction(stdscr, current);
@@ -88,21 +92,19 @@ const MenuEntry* FindMenuEntry(const MenuEntry* menu, int row, int col) {
 int QuitCfg(WINDOW* /*window*/) { Shutdown(0); }
 
 void RunMainMenu() {
-  const MenuEntry* current = nullptr;
+  const MenuEntry* highlighted = MainMenu;
   for (;;) {
     getyx(stdscr, MenuCursorRow, MenuCursorCol);
-    // On a terminal that shrank, the cursor may have left the entry that is still highlighted.
-    if (const MenuEntry* entry = FindMenuEntry(MainMenu, MenuCursorRow, MenuCursorCol)) {
-      current = entry;
-    }
+    const MenuEntry* current = FindMenuEntry(MainMenu, MenuCursorRow, MenuCursorCol);
     const int key = ReadKey(stdscr);
     if (key == KEY_F(3)) {
       Shutdown(0);
     }
     if (current != nullptr) {
-      current = HandleMenuKey(current, key);
-      wmove(stdscr, current->row, current->col);
+      highlighted = HandleMenuKey(current, key);
     }
+    // Also when there was none: a terminal that shrank has moved the cursor off its entry.
+    wmove(stdscr, highlighted->row, highlighted->col);
     wrefresh(stdscr);
   }
 }
