@@ -1,15 +1,19 @@
 #include "config/config_file.h"
 
+#include <signal.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <new>
 #include <string>
+#include <string_view>
+#include <utility>
 
 #include "platform/hlv_nodename.h"
 #include "platform/shell_command.h"
@@ -33,16 +37,13 @@ constinit std::FILE* read_cursor = nullptr;
 // What cut the last walk short, 0 when nothing did.
 constinit int read_error = 0;
 
-// Holds back the signals that end or stop the process, so that none can leave a half-written file.
+// Holds back every signal that can be held, so that none leaves a half-written file.
 class SignalHold {
  public:
   SignalHold() {
-    sigset_t held;
-    sigemptyset(&held);
-    for (int signal_number : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGTSTP}) {
-      sigaddset(&held, signal_number);
-    }
-    sigprocmask(SIG_BLOCK, &held, &before_);
+    sigset_t all;
+    sigfillset(&all);
+    sigprocmask(SIG_BLOCK, &all, &before_);
   }
   ~SignalHold() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
   SignalHold(const SignalHold&) = delete;
@@ -52,13 +53,10 @@ class SignalHold {
   sigset_t before_{};
 };
 
-// Builds the path of the file in `path`; false when it cannot be built.
-bool GetFilePath(char (&path)[kPathSize]) {
-  char dir[kPathSize];
-  if (WLNSGetCfgDir(dir) != 0) {
-    return false;
-  }
-  return std::snprintf(path, sizeof path, "%s%s", dir, kFileName) < kPathSize;
+// Builds the directory and the path of the file; false when one of them cannot be built.
+bool GetPaths(char (&dir)[kPathSize], char (&path)[kPathSize]) {
+  return WLNSGetCfgDir(dir) == 0 &&
+         std::snprintf(path, sizeof path, "%s%s", dir, kFileName) < kPathSize;
 }
 
 // A byte that trimming takes from the end of a line.
@@ -67,9 +65,10 @@ bool IsTrimmedAtEnd(char byte) { return static_cast<unsigned char>(byte) <= kBla
 // Opens the read cursor at the top of the file; false when there is nothing to read.
 bool OpenReadCursor() {
   read_error = 0;
+  char dir[kPathSize];
   char path[kPathSize];
-  if (GetFilePath(path)) {
-    read_cursor = std::fopen(path, "r");
+  if (GetPaths(dir, path)) {
+    read_cursor = std::fopen(path, "r");  // a file that does not open reads as an empty one
   }
   return read_cursor != nullptr;
 }
@@ -119,24 +118,21 @@ std::string ShellQuoted(std::string_view path) {
   return quoted + "'";
 }
 
-// Creates the node's directory, but none above it. Whether that worked shows when the file is
-// opened.
-void MakeDirectory() {
-  char dir[kPathSize];
-  if (WLNSGetCfgDir(dir) == 0) {
-    RunShellCommand(("mkdir " + ShellQuoted(dir) + " 2>/dev/null").c_str());
-  }
+// Creates the last level of the directory. Whether that worked shows when the file is opened.
+void MakeDirectory(const char* dir) {
+  RunShellCommand(("mkdir " + ShellQuoted(dir) + " 2>/dev/null").c_str());
 }
 
 int RewriteFile(const WLNSRec* list) {
+  char dir[kPathSize];
   char path[kPathSize];
-  if (!GetFilePath(path)) {
+  if (!GetPaths(dir, path)) {
     return kNoConfigPath;
   }
   const std::string text = FileText(list);
   int result = ReplaceFile(path, text);
   if (result == ENOENT) {
-    MakeDirectory();
+    MakeDirectory(dir);
     result = ReplaceFile(path, text);
   }
   return result;
@@ -160,7 +156,7 @@ int WLNSGetCfgDir(char* dir) {
     return kNoCfgDir;
   }
   const char* separator = *root == '\0' || std::string_view(root).ends_with('/') ? "" : "/";
-  char path[kPathSize];
+  char path[kPathSize] = {};
   if (std::snprintf(path, sizeof path, "%s%sopr/config/%s/", root, separator, node) >= kPathSize) {
     return kNoCfgDir;
   }
@@ -210,7 +206,7 @@ void WLNSEndRead() {
 }
 
 int WLNSWriteRecs(WLNSRec* list) {
-  const RecordListPtr owner(list);
+  const RecordList owner(list);
   if (geteuid() != 0) {
     return kRefused;
   }

@@ -18,8 +18,8 @@ inline constexpr int kNoConfigPath = -2;  // the path of the file cannot be buil
 // the name has more than 63 bytes or the path more than 255.
 [[nodiscard]] int WLNSGetCfgDir(char* dir);
 
-// Returns the next record whose masks equal the given ones, an empty mask matching everything, or
-// null when there is none left, the file cannot be read or memory runs out. The caller owns the
+// Returns the next record whose masks equal the given ones, an empty (not null) mask matching all,
+// or null when there is none left, the file cannot be read or memory runs out. The caller owns the
 // record. Successive calls walk down the file. A match on two non-empty masks and a null result
 // end the walk, so that the next call starts at the top: give both masks or call until null.
 [[nodiscard]] WLNSRec* WLNSReadRec(const char* nodeMask, const char* useridMask);
@@ -35,7 +35,7 @@ void WLNSEndRead();
 // it is missing. Takes the list over: every record is released whatever the outcome.
 // Returns 0, kRefused when the effective user id is not 0, kNoConfigPath, or the error number of
 // opening the file for writing (ENOMEM when the new text does not fit into memory: the file is
-// then as it was). The terminating signals wait while the file is open.
+// then as it was). Signals wait while the file is open.
 [[nodiscard]] int WLNSWriteRecs(WLNSRec* list);
 
 // Trims a line in place: blanks in front, and blanks and control characters at its end. A line

@@ -5,22 +5,11 @@
 #include <new>
 #include <string_view>
 #include <unordered_set>
+#include <utility>
 
 #include "config/config_file.h"
 
 namespace {
-
-// A list that is read or changed here; whatever is not handed on is released.
-struct RecordList {
-  WLNSRec* head = nullptr;
-
-  explicit RecordList(WLNSRec* first = nullptr) : head(first) {}
-  RecordList(const RecordList&) = delete;
-  RecordList& operator=(const RecordList&) = delete;
-  ~RecordList() { RecordListDeleter{}(head); }
-
-  WLNSRec* Release() { return std::exchange(head, nullptr); }
-};
 
 bool SamePair(const WLNSRec& left, const WLNSRec& right) {
   return std::strcmp(left.nodemask, right.nodemask) == 0 &&
@@ -59,17 +48,17 @@ class ListedMasks {
  public:
   explicit ListedMasks(const MaskKind& kind) : kind_(kind) {}
 
-  // Whether `list` has the mask of `rec`; if not, it counts as listed from now on. `rec` must then
-  // join the list, and live as long as this object.
-  bool Contain(const WLNSRec* list, const WLNSRec& rec) {
+  // Whether the mask of `rec` is new to `list`. It then counts as listed; `rec` must join the list
+  // and live as long as this object.
+  bool Add(const WLNSRec* list, const WLNSRec& rec) {
     if (!walk_) {
       try {
-        return !masks_.insert(kind_.mask(rec)).second;
+        return masks_.insert(kind_.mask(rec)).second;
       } catch (const std::bad_alloc&) {
         walk_ = true;
       }
     }
-    return kind_.list_has(list, &rec) != 0;
+    return kind_.list_has(list, &rec) == 0;
   }
 
  private:
@@ -79,11 +68,12 @@ class ListedMasks {
 };
 
 WLNSRec* ListMasks(const char* nodeMask, const char* useridMask, const MaskKind& kind) {
+  WLNSEndRead();
   RecordList result;
   WLNSRec** end = &result.head;
   ListedMasks listed(kind);
   while (RecordPtr rec{WLNSReadRec(nodeMask, useridMask)}) {
-    if (!listed.Contain(result.head, *rec)) {
+    if (listed.Add(result.head, *rec)) {
       *end = rec.release();
       end = &(*end)->next;
     }
@@ -94,6 +84,7 @@ WLNSRec* ListMasks(const char* nodeMask, const char* useridMask, const MaskKind&
 }  // namespace
 
 int WLNSGetRec(WLNSRec* rec) {
+  WLNSEndRead();
   const RecordPtr found(WLNSReadRec(rec->nodemask, rec->usermask));
   WLNSEndRead();
   if (!found) {
@@ -108,8 +99,8 @@ int WLNSUpdateRec(const WLNSRec* rec) {
     return kRefused;
   }
   RecordList list(WLNSGetAllRecs());
-  if (WLNSReadError() != 0) {
-    return WLNSReadError();
+  if (const int error = WLNSReadError(); error != 0) {
+    return error;
   }
   WLNSRec** link = FindLink(list, *rec);
   if (*link == nullptr) {
@@ -129,8 +120,8 @@ int WLNSDeleteRec(const WLNSRec* rec) {
     return kRefused;
   }
   RecordList list(WLNSGetAllRecs());
-  if (WLNSReadError() != 0) {
-    return WLNSReadError();
+  if (const int error = WLNSReadError(); error != 0) {
+    return error;
   }
   WLNSRec** link = FindLink(list, *rec);
   if (*link == nullptr) {
@@ -146,6 +137,7 @@ WLNSRec* WLNSListNodeMasks(const char* useridMask) { return ListMasks("", userid
 WLNSRec* WLNSListUserMasks(const char* nodeMask) { return ListMasks(nodeMask, "", kUserMasks); }
 
 WLNSRec* WLNSGetAllRecs() {
+  WLNSEndRead();
   RecordList all;
   WLNSRec** end = &all.head;
   while (WLNSRec* rec = WLNSReadRec("", "")) {

@@ -10,8 +10,8 @@
 
 inline constexpr int kRecordNotFound = 4;
 
-// Looks up the record with both masks of `rec`. Returns 0 with its mode copied into `rec`, or
-// kRecordNotFound with `rec` untouched, also when the file cannot be read.
+// Looks up the record with both masks of `rec`, which is not null. Returns 0 with its mode copied
+// into `rec`, or kRecordNotFound with `rec` untouched, also when the file cannot be read.
 [[nodiscard]] int WLNSGetRec(WLNSRec* rec);
 
 // Gives the record with the masks of `rec` its mode, or appends `rec` to the file. Returns -1 when

@@ -24,16 +24,23 @@ struct WLNSRec {
 
 using RecordPtr = std::unique_ptr<WLNSRec>;
 
-// Releases a whole list, one record after another, however long it is.
-struct RecordListDeleter {
-  void operator()(WLNSRec* head) const noexcept {
+// Owns a list; it is released one record after another, however long it is.
+class RecordList {
+ public:
+  explicit RecordList(WLNSRec* first = nullptr) : head(first) {}
+  RecordList(const RecordList&) = delete;
+  RecordList& operator=(const RecordList&) = delete;
+  ~RecordList() {
     while (head != nullptr) {
       delete std::exchange(head, head->next);
     }
   }
-};
 
-using RecordListPtr = std::unique_ptr<WLNSRec, RecordListDeleter>;
+  // Hands the list over to the caller.
+  WLNSRec* Release() { return std::exchange(head, nullptr); }
+
+  WLNSRec* head;
+};
 
 // Copies `text` into a zero-terminated buffer of `Size` bytes, cut to Size - 1 bytes when longer;
 // the bytes behind it become zero.

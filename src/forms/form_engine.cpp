@@ -1,15 +1,15 @@
-#include "forms/form_engine.h"
-
 #include <algorithm>
 #include <cstring>
 #include <optional>
 
 #include "forms/field_view.h"
+#include "forms/form_run.h"
+#include "forms/forms.h"
+#include "forms/screen_painter.h"
 #include "forms/text.h"
 #include "shell/trace_log.h"
 
 constinit int FieldsModified = 0;
-constinit FormRun* CurrentForm = nullptr;
 
 namespace {
 
@@ -35,7 +35,7 @@ struct Edit {
   int length;  // of the value
   int index;   // of the character under the cursor
 
-  [[nodiscard]] int VisibleWidth() const { return end - field.field_column; }
+  [[nodiscard]] int Room() const { return end - field.field_column; }
 };
 
 Edit StartEdit(FormRun& form, ScreenField& field) {
@@ -107,7 +107,7 @@ void TypeCharacter(const Edit& edit, char character) {
 // Traces the characters that show and stay when the one at index `removed` goes.
 void TraceRemaining(const Edit& edit, int removed) {
   const int offset = edit.form.ScrollOffset;
-  const int end = std::min(edit.length, offset + edit.VisibleWidth());
+  const int end = std::min(edit.length, offset + edit.Room());
   for (int index = offset; index < end; ++index) {
     if (index != removed) {
       TraceFormat("Extract char:  <%c>", edit.field.value[index]);
@@ -125,7 +125,7 @@ void RemoveCharacter(const Edit& edit, int removed, int cursor) {
   std::memmove(value + removed, value + removed + 1,
                static_cast<std::size_t>(edit.length - removed));
   TraceValue("New", edit.field);
-  if (edit.length - 1 <= edit.VisibleWidth()) {
+  if (edit.length - 1 <= edit.Room()) {
     edit.form.ScrollOffset = 0;
   }
   Show(edit, edit.field.field_column + cursor - edit.form.ScrollOffset);
@@ -183,10 +183,10 @@ std::optional<int> CodeForHandler(int key) {
   return std::nullopt;
 }
 
-// Returns the field under the cursor, with the form's offset made to belong to it. A field that the
-// cursor was put on from outside is shown from its first character, and so is one whose cursor a
-// shrunken terminal has left beyond its visible part.
-ScreenField* FieldUnderCursor(FormRun& form) {
+// Makes the field under the cursor, if any, the form's, and returns it. A field that the cursor was
+// put on from outside is shown from its first character, and so is one whose cursor a shrunken
+// terminal has left beyond its visible part.
+ScreenField* SettleOnField(FormRun& form) {
   int row = 0;
   int column = 0;
   getyx(form.window, row, column);
@@ -195,6 +195,7 @@ ScreenField* FieldUnderCursor(FormRun& form) {
     form.field = field;
     form.ScrollOffset = 0;
     if (field != nullptr) {
+      form.edited = field;
       RedrawField(form.window, field);
     }
   }
@@ -202,6 +203,16 @@ ScreenField* FieldUnderCursor(FormRun& form) {
     MoveToField(form.window, field);
   }
   return field;
+}
+
+// Lays the edited field out for the new width of its line; a cursor that has been left outside
+// every field goes back to it once it fits again.
+void FollowResize(const FormRun& form) {
+  if (form.field != nullptr) {
+    RedrawField(form.window, form.field);
+  } else if (form.edited != nullptr) {
+    MoveToField(form.window, form.edited);
+  }
 }
 
 void TraceInputField(const ScreenField* field) {
@@ -221,19 +232,19 @@ void ProcessWindowData(WINDOW* window, ScreenField* table, KeyHandler handler) {
   const ActiveForm active(form);
   int done = 0;
   while (done == 0) {
-    TraceInputField(FieldUnderCursor(form));
+    TraceInputField(SettleOnField(form));
     const int key = ReadKey(window);
     // A terminal resized meanwhile may have moved the cursor.
-    ScreenField* field = FieldUnderCursor(form);
+    ScreenField* field = SettleOnField(form);
     if (const std::optional<int> code = CodeForHandler(key)) {
       done = handler(window, *code, field);
       continue;
     }
     if (field != nullptr && field->value != nullptr) {
       EditField(StartEdit(form, *field), key);
-      if (key == KEY_RESIZE) {
-        RedrawField(window, field);  // its visible part has another width now
-      }
+    }
+    if (key == KEY_RESIZE) {
+      FollowResize(form);
     }
     wrefresh(window);
   }

@@ -7,11 +7,10 @@
 // 1. Rows and columns are curses window coordinates from 0; widths and lengths count bytes, one
 //    byte taking one column. A byte that is not printable ASCII is drawn as '?'.
 // 2. Functions return 0 or a curses result (OK, ERR) unless their comment says more; -1 is failure.
-// 3. Windows stay the caller's. Boxes open windows of their own and give the screen below back
-// whole.
+//    Pointers are not null unless their comment allows it.
+// 3. Windows stay the caller's. Boxes open windows of their own and show the one below them again.
 // 4. Nothing is drawn outside a window: what does not fit is cut, what lies outside is left out.
-// 5. Texts passed in are zero-terminated and not kept beyond the call, unless they stand in a
-// table.
+// 5. Texts are zero-terminated, and not kept beyond the call unless they stand in a table.
 
 #include <curses.h>
 
@@ -46,8 +45,8 @@ struct ScreenField {
 // their values and flags change while screens run.
 using ScreenTable = ScreenField[];
 
-extern ScreenField UpdateScreen[];  // the add / update form: fields "node", "userid", "mode"
-extern ScreenField SelectScreen[];  // the selection and delete forms: fields "node", "userid"
+extern ScreenTable UpdateScreen;  // the add / update form: fields "node", "userid", "mode"
+extern ScreenTable SelectScreen;  // the selection and delete forms: fields "node", "userid"
 
 // The rows of `table` before its sentinel.
 std::span<ScreenField> Rows(ScreenField* table);
@@ -58,7 +57,7 @@ bool IsEnterable(const ScreenField& row);
 
 // Gives every field of `table` an empty value buffer and every FLD_DYNLABEL row an empty label of
 // kDynamicLabelSize bytes. Returns 0, or -1 at the first allocation that fails: rows before it keep
-// their buffers. Either way FreeScreenFields releases them.
+// their buffers. Either way FreeScreenFields releases them, and must before the next allocation.
 int AllocScreenFields(ScreenField* table);
 
 // Releases what AllocScreenFields gave to `table`. Returns 0.
@@ -117,7 +116,8 @@ inline bool IsEnterKey(int key) { return key == KEY_NEWLINE || key == KEY_ENTER;
 // Waits for a key with `window` refreshed and having the input focus, and returns its curses code.
 // Escape sequences of the arrow and function keys, and Escape with a digit, h, j, k, l or x, come
 // back as the key they stand for, Backspace as KEY_DC; Escape itself is never returned. Returns ERR
-// when the wait was interrupted. When the terminal is gone the program is shut down from here.
+// when the wait was interrupted. A window that a shrunken terminal left outside is brought back
+// onto the screen. When the terminal is gone the program is shut down from here.
 int ReadKey(WINDOW* window);
 
 // --- Forms ---
@@ -155,8 +155,8 @@ using ItemProvider = const char* (*)(ScreenField* field);
 // when the box does not fit on the screen (the provider is then not called).
 int ListBox(WINDOW* parent, ScreenField* field, ItemProvider provider);
 
-// Draws one page of the `count` texts in `items` with its markers, from the item `first` on, at
-// most `page_size` items.
+// Draws one page of the `count` texts in `items` with its markers, from the item `first` (at most
+// `count`) on, at most `page_size` items.
 void PaintListBox(WINDOW* box, const char* const* items, int first, int count, int page_size);
 
 // --- Message box ---
@@ -176,5 +176,6 @@ enum MessageBoxAnswer : int {
 };
 
 // Shows `text` with the buttons of `type` in a box over `parent` until one is chosen. Returns the
-// MessageBoxAnswer, or -1 when the box does not fit on the screen or there is no such type.
+// MessageBoxAnswer, or -1 when the box does not fit on the screen, when a terminal that shrinks
+// leaves none of its buttons to see, or when there is no such type.
 int MessageBox(WINDOW* parent, const char* text, int type);

@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <array>
 #include <span>
-#include <string>
 #include <string_view>
 
 #include "forms/forms.h"
@@ -23,7 +22,6 @@ constexpr int kButtonRow = MBOX_ROWS - 2;
 
 // Buttons stand in slots of ten columns and fill them from the right.
 constexpr int kSlotColumns = 10;
-constexpr int kSlots = 4;
 constexpr int kLastSlot = 4;
 
 struct Button {
@@ -80,8 +78,8 @@ void DrawMessage(WINDOW* box, std::string_view text) {
 }
 
 void DrawButtons(WINDOW* box, std::span<const Button> buttons) {
-  DrawText(box, kSeparatorRow, 1, std::string(MBOX_COLS - 2, '-'));
-  for (int slot = 1; slot <= kSlots; ++slot) {
+  mvwhline(box, kSeparatorRow, 1, '-', MBOX_COLS - 2);
+  for (int slot = 1; slot <= kLastSlot; ++slot) {
     DrawText(box, kButtonRow, kSlotColumns * slot, "|");
   }
   for (int slot = FirstSlot(buttons); slot <= kLastSlot; ++slot) {
@@ -102,12 +100,21 @@ int SlotOfLetter(std::span<const Button> buttons, int key) {
   return 0;
 }
 
-// Lets the operator move between the buttons; returns the slot of the chosen one.
+// Puts the cursor on the button in `slot`, or on the next one to its left that a terminal which has
+// shrunk still shows. Returns the slot it stands in, 0 when none of the buttons shows.
+int PlaceCursor(WINDOW* box, int first, int slot) {
+  while (slot >= first && wmove(box, kButtonRow, SlotColumn(slot)) == ERR) {
+    --slot;
+  }
+  return slot >= first ? slot : 0;
+}
+
+// Lets the operator move between the buttons; returns the slot of the chosen one, 0 once there is
+// no button left to see.
 int ChooseSlot(WINDOW* box, std::span<const Button> buttons) {
   const int first = FirstSlot(buttons);
   int slot = first;
-  for (;;) {
-    wmove(box, kButtonRow, SlotColumn(slot));
+  while ((slot = PlaceCursor(box, first, slot)) != 0) {
     wrefresh(box);
     const int key = ReadKey(box);
     if (IsEnterKey(key)) {
@@ -122,6 +129,7 @@ int ChooseSlot(WINDOW* box, std::span<const Button> buttons) {
       slot = slot < kLastSlot ? slot + 1 : first;
     }
   }
+  return 0;
 }
 
 }  // namespace
@@ -141,6 +149,9 @@ int MessageBox(WINDOW* parent, const char* text, int type) {
   const int slot = ChooseSlot(box.get(), buttons);
   box.reset();
   Restore(parent);
+  if (slot == 0) {
+    return -1;
+  }
   TraceFormat("Message box type: %d, Button selected: %d", type, kLastSlot - slot);
   TraceLog("Exit MessageBox");
   return ButtonIn(buttons, slot).answer;

@@ -1,9 +1,11 @@
+#include "forms/screen_painter.h"
+
 #include <algorithm>
 #include <cstring>
 #include <string>
 
 #include "forms/field_view.h"
-#include "forms/form_engine.h"
+#include "forms/form_run.h"
 #include "forms/forms.h"
 #include "forms/text.h"
 #include "forms/window.h"
@@ -32,14 +34,6 @@ chtype HorizontalBorder(WINDOW* window, const char* title) {
 
 }  // namespace
 
-FormRun* FindForm(const WINDOW* window) {
-  FormRun* form = CurrentForm;
-  while (form != nullptr && form->window != window) {
-    form = form->outer;
-  }
-  return form;
-}
-
 int FormColumns(const WINDOW* window) { return std::min(COLS, getmaxx(window)); }
 
 void DrawField(WINDOW* window, const ScreenField& field, int offset) {
@@ -50,12 +44,6 @@ void DrawField(WINDOW* window, const ScreenField& field, int offset) {
     std::string line = FieldLine(field, offset, columns);
     line.resize(std::min(line.size(), static_cast<std::size_t>(room)));
     DrawText(window, field.field_row, mark_column, line);
-  }
-}
-
-void ForgetScroll(const WINDOW* window) {
-  if (FormRun* form = FindForm(window); form != nullptr) {
-    form->ScrollOffset = 0;
   }
 }
 

@@ -19,7 +19,7 @@ constexpr ScreenField Sentinel() noexcept {
 
 }  // namespace
 
-constinit ScreenField UpdateScreen[] = {
+constinit ScreenTable UpdateScreen = {
     LabelRow(2, 2, "Press <enter> AFTER all changes are complete."),
     FieldRow(4, "Node name mask", 64, "node"),
     FieldRow(5, "Userid mask", 32, "userid"),
@@ -28,7 +28,7 @@ constinit ScreenField UpdateScreen[] = {
     Sentinel(),
 };
 
-constinit ScreenField SelectScreen[] = {
+constinit ScreenTable SelectScreen = {
     FieldRow(5, "Node Name", 64, "node"),
     FieldRow(6, "Userid mask", 32, "userid"),
     LabelRow(22, 5, "ENTER=Select  F3=Cancel  F4=List"),

@@ -2,26 +2,19 @@
 
 #include <algorithm>
 
-std::string Printable(std::string_view text) {
-  std::string printable(text);
-  std::replace_if(
-      printable.begin(), printable.end(), [](char byte) { return !IsPrintable(byte); }, '?');
-  return printable;
-}
-
 void DrawText(WINDOW* window, int row, int column, std::string_view text) {
   if (column < 0) {
     text.remove_prefix(std::min(text.size(), static_cast<std::size_t>(-column)));
     column = 0;
   }
-  if (wmove(window, row, column) == OK) {
-    waddnstr(window, Printable(text).c_str(), getmaxx(window) - column);
+  if (wmove(window, row, column) == ERR) {
+    return;
+  }
+  for (const char byte : text.substr(0, static_cast<std::size_t>(getmaxx(window) - column))) {
+    waddch(window, IsPrintable(byte) ? static_cast<chtype>(byte) : '?');
   }
 }
 
 void BlankRow(WINDOW* window, int row, int column) {
-  const int blanks = getmaxx(window) - 1 - column;
-  if (blanks > 0) {
-    DrawText(window, row, column, std::string(static_cast<std::size_t>(blanks), ' '));
-  }
+  mvwhline(window, row, column, ' ', getmaxx(window) - 1 - column);
 }

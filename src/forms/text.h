@@ -4,17 +4,14 @@
 
 #include <curses.h>
 
-#include <string>
 #include <string_view>
 
 // Whether the byte is a letter, digit, punctuation mark or blank of ASCII.
 constexpr bool IsPrintable(int byte) { return byte >= ' ' && byte <= '~'; }
 
-// `text` with one '?' for every byte that is not printable.
-std::string Printable(std::string_view text);
-
-// Writes `text` in printable form from (row, column) of the window, cut at its right edge and, for
-// columns below 0, at its left edge. Does nothing when the position is not in the window.
+// Writes `text`, with a '?' for every byte that is not printable, from (row, column) of the window,
+// cut at its right edge and, for columns below 0, at its left edge. Does nothing when the position
+// is not in the window.
 void DrawText(WINDOW* window, int row, int column, std::string_view text);
 
 // Blanks the row from `column` up to the border of the window.

@@ -12,6 +12,7 @@ int OnCancel(WINDOW* win);
 constexpr FormScreen kDeleteForm{.operation = "DelCfg",
                                  .table = SelectScreen,
                                  .title = "Halvorn Event Node Security Maintenance - Delete",
+                                 .prepare = nullptr,
                                  .handler = DelCfgKeys,
                                  .on_enter = OnEnter,
                                  .on_cancel = OnCancel,
@@ -37,8 +38,8 @@ int OnEnter(WINDOW* win) {
   if (RootAuthority == 0) {
     return Refuse(win, "Configuration is Read Only to non-root users", kClose);
   }
-  const RecordPtr key = NewRecordKey(Value(FindField(SelectScreen, "node")),
-                                     Value(FindField(SelectScreen, "userid")));
+  const RecordPtr key =
+      NewRecord(Value(FindField(SelectScreen, "node")), Value(FindField(SelectScreen, "userid")));
   if (!key) {
     ShowNoStorage(win);
     return kClose;

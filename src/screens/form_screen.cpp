@@ -37,19 +37,6 @@ class ScreenWindow {
   bool complete_;
 };
 
-// Runs the form in a window of its own; false when that could not be opened.
-bool RunForm(const FormScreen& screen, const std::function<bool()>& prepare) {
-  const ScreenWindow opened(screen.table);
-  if (!opened.complete()) {
-    return false;
-  }
-  if (prepare()) {
-    PaintScreen(opened.window(), screen.table, screen.title);
-    ProcessWindowData(opened.window(), screen.table, screen.handler);
-  }
-  return true;
-}
-
 void ListValues(const FormScreen& screen, WINDOW* win, ScreenField* field) {
   if (field == nullptr) {
     TraceLog("Input field not found");
@@ -70,12 +57,20 @@ void ListValues(const FormScreen& screen, WINDOW* win, ScreenField* field) {
 
 }  // namespace
 
-int RunFormScreen(const FormScreen& screen, WINDOW* parent, const std::function<bool()>& prepare) {
+int RunFormScreen(const FormScreen& screen, WINDOW* parent, const char* nodeMask,
+                  const char* useridMask) {
   TraceFormat("Enter %s", screen.operation);
-  if (!RunForm(screen, prepare)) {
-    return -1;
+  {
+    const ScreenWindow opened(screen.table);
+    if (!opened.complete()) {
+      return -1;
+    }
+    if (screen.prepare == nullptr || screen.prepare(parent, nodeMask, useridMask)) {
+      PaintScreen(opened.window(), screen.table, screen.title);
+      ProcessWindowData(opened.window(), screen.table, screen.handler);
+    }
   }
-  noecho();
+  noecho();  // whatever the screen did, keys are not to show on the next one
   Restore(parent);
   TraceFormat("Exit %s", screen.operation);
   return 0;
@@ -115,7 +110,7 @@ bool Confirm(WINDOW* parent, const char* format, ...) {
   return answer == MBOX_ANS_YES;
 }
 
-RecordPtr NewRecordKey(const char* nodeMask, const char* useridMask) {
+RecordPtr NewRecord(const char* nodeMask, const char* useridMask) {
   RecordPtr key(new (std::nothrow) WLNSRec{});
   if (!key) {
     TraceFormat("malloc failed for %d bytes", kRecordAllocation);

@@ -5,8 +5,6 @@
 
 #include <curses.h>
 
-#include <functional>
-
 #include "config/record.h"
 #include "forms/forms.h"
 
@@ -19,18 +17,20 @@ struct FormScreen {
   const char* operation;  // the screen's name in the trace
   ScreenField* table;
   const char* title;
+  // Sets the fields before the form runs, for the record with the two masks (both empty for none);
+  // false when the form is not to run. Null when there is nothing to set.
+  bool (*prepare)(WINDOW* parent, const char* nodeMask, const char* useridMask);
   KeyHandler handler;
   int (*on_enter)(WINDOW* win);  // what Enter and F3 do: kStay or kClose
   int (*on_cancel)(WINDOW* win);
   ItemProvider provider;  // what F4 lists
 };
 
-// Opens the screen over `parent`, calls `prepare` to set its fields, and runs its form unless
-// `prepare` returned false. Returns 0 when the screen has closed again, -1 when its window or its
-// fields could not be had.
-int RunFormScreen(
-    const FormScreen& screen, WINDOW* parent,
-    const std::function<bool()>& prepare = [] { return true; });
+// Opens the screen over `parent`, prepares its fields for the record with the two masks, and runs
+// its form. Returns 0 when the screen has closed again, -1 when its window or its fields could not
+// be had.
+int RunFormScreen(const FormScreen& screen, WINDOW* parent, const char* nodeMask = "",
+                  const char* useridMask = "");
 
 // Acts on a key of the screen's form: Enter and F3 as the screen has it, F4 with the list of the
 // field, which may be null. Returns kStay or kClose.
@@ -45,7 +45,9 @@ int HandleFormKey(const FormScreen& screen, WINDOW* win, int code, ScreenField* 
 
 // Returns a new record with the two masks and no mode, null with a trace line when there is no
 // memory for it.
-RecordPtr NewRecordKey(const char* nodeMask, const char* useridMask);
+RecordPtr NewRecord(const char* nodeMask, const char* useridMask);
 
+// Report over `parent` that there was no memory for a record, and that there is no record with the
+// masks of `key`.
 void ShowNoStorage(WINDOW* parent);
 void ShowNotFound(WINDOW* parent, const WLNSRec& key);

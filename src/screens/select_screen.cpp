@@ -13,6 +13,7 @@ int OnCancel(WINDOW* win);
 constexpr FormScreen kSelectionForm{.operation = "SelectCfg",
                                     .table = SelectScreen,
                                     .title = "Halvorn Event Node Security Maintenance - Selection",
+                                    .prepare = nullptr,
                                     .handler = SelCfgKeys,
                                     .on_enter = OnEnter,
                                     .on_cancel = OnCancel,

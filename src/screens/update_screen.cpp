@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <span>
 
 #include "config/evseccfg.h"
@@ -14,12 +15,14 @@ constinit const char* const ModeNames[] = {"DISABLED", "ENABLED", "WARNING", ""}
 
 namespace {
 
+bool PrepareFields(WINDOW* parent, const char* nodeMask, const char* useridMask);
 int OnEnter(WINDOW* win);
 int OnCancel(WINDOW* win);
 
 constexpr FormScreen kUpdateForm{.operation = "UpdCfg",
                                  .table = UpdateScreen,
                                  .title = "Halvorn Event Node Security Maintenance",
+                                 .prepare = PrepareFields,
                                  .handler = UpdCfgKeys,
                                  .on_enter = OnEnter,
                                  .on_cancel = OnCancel,
@@ -29,7 +32,7 @@ ScreenField* Field(const char* name) { return FindField(UpdateScreen, name); }
 
 // --- Modes ---
 
-const std::span<const char* const> kModeWords(ModeNames, 3);
+constexpr std::span<const char* const> kModeWords(ModeNames, std::size(ModeNames) - 1);
 
 bool IsModeLetter(char letter) {
   return std::ranges::any_of(kModeWords, [letter](const char* word) { return *word == letter; });
@@ -46,18 +49,17 @@ void Protect(const char* name, bool is_protected) {
   }
 }
 
-bool PrepareToAdd() {
+void PrepareToAdd() {
   const bool read_only = RootAuthority == 0;
   Protect("node", read_only);
   Protect("userid", read_only);
   SetValue(Field("mode"), "ENABLED");
   Protect("mode", read_only);
-  return true;
 }
 
 // Looks the record up and shows it in the fields; false when it is not there.
 bool PrepareToChange(WINDOW* parent, const char* nodeMask, const char* useridMask) {
-  const RecordPtr key = NewRecordKey(nodeMask, useridMask);
+  const RecordPtr key = NewRecord(nodeMask, useridMask);
   if (!key) {
     Shutdown(0);
   }
@@ -75,6 +77,14 @@ bool PrepareToChange(WINDOW* parent, const char* nodeMask, const char* useridMas
   if (RootAuthority == 0) {
     Protect("mode", true);
   }
+  return true;
+}
+
+bool PrepareFields(WINDOW* parent, const char* nodeMask, const char* useridMask) {
+  if (*nodeMask != '\0') {
+    return PrepareToChange(parent, nodeMask, useridMask);
+  }
+  PrepareToAdd();
   return true;
 }
 
@@ -130,8 +140,9 @@ const char* ModeMessage(WINDOW* win, ScreenField* field) {
   return IsModeLetter(*field->value) ? nullptr : "Security Mode is invalid";
 }
 
-// Reports what is wrong with a field and puts the cursor on it; `message` is null when nothing is.
-bool Accept(WINDOW* win, const ScreenField* field, const char* message) {
+// Reports what is wrong with a field and puts the cursor on it; true when nothing is and `message`
+// is null.
+bool PassOrReport(WINDOW* win, const ScreenField* field, const char* message) {
   if (message == nullptr) {
     return true;
   }
@@ -142,13 +153,13 @@ bool Accept(WINDOW* win, const ScreenField* field, const char* message) {
   return false;
 }
 
-bool FieldsAreValid(WINDOW* win) {
+bool CheckFields(WINDOW* win) {
   ScreenField* node = Field("node");
   ScreenField* userid = Field("userid");
   ScreenField* mode = Field("mode");
-  return Accept(win, node, MaskMessage(node, kNodeMessages)) &&
-         Accept(win, userid, MaskMessage(userid, kUseridMessages)) &&
-         Accept(win, mode, ModeMessage(win, mode));
+  return PassOrReport(win, node, MaskMessage(node, kNodeMessages)) &&
+         PassOrReport(win, userid, MaskMessage(userid, kUseridMessages)) &&
+         PassOrReport(win, mode, ModeMessage(win, mode));
 }
 
 // --- Keys ---
@@ -178,11 +189,7 @@ int AddCfg(WINDOW* parent) {
 
 int UpdCfg(WINDOW* parent, const char* nodeMask, const char* useridMask) {
   FieldsModified = 0;
-  if (*nodeMask == '\0') {
-    return RunFormScreen(kUpdateForm, parent, PrepareToAdd);
-  }
-  return RunFormScreen(kUpdateForm, parent,
-                       [=] { return PrepareToChange(parent, nodeMask, useridMask); });
+  return RunFormScreen(kUpdateForm, parent, nodeMask, useridMask);
 }
 
 int UpdCfgKeys(WINDOW* win, int code, ScreenField* field) {
@@ -195,10 +202,10 @@ int UpdCfgKeys(WINDOW* win, int code, ScreenField* field) {
 
 int UpdCfgData(WINDOW* win) {
   TraceLog("Enter UpdCfgData");
-  if (!FieldsAreValid(win)) {
+  if (!CheckFields(win)) {
     return -1;
   }
-  const RecordPtr record = NewRecordKey(Value(Field("node")), Value(Field("userid")));
+  const RecordPtr record = NewRecord(Value(Field("node")), Value(Field("userid")));
   if (!record) {
     ShowNoStorage(win);
     return -1;

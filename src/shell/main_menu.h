@@ -18,8 +18,9 @@ extern const MenuEntry MainMenu[];
 // The last entry of the menu painted last, null before.
 extern const MenuEntry* LastMenuEntry;
 
-// Paints title, entries and key line of `menu` on `window`, with the cursor on the first entry and
-// that entry highlighted. What does not fit is left out. Returns the result of the refresh.
+// Paints title, entries and key line of `menu`, which has at least one entry, on `window`, with the
+// cursor on the first entry and that entry highlighted. What does not fit is left out. Returns the
+// result of the refresh.
 int PaintMenu(WINDOW* window, const MenuEntry* menu, const char* title);
 
 // Redraw the entry's text on the standard screen in standout, respectively normal, video.

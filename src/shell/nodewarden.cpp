@@ -1,10 +1,10 @@
 // nodewarden: maintains the node security configuration of the local node at a terminal.
 
 #include <curses.h>
+#include <signal.h>
 #include <unistd.h>
 
 #include <clocale>
-#include <csignal>
 #include <cstdlib>
 
 #include "forms/forms.h"
@@ -28,6 +28,11 @@ void StartCurses() {
   if (std::getenv("ESCDELAY") == nullptr) {
     set_escdelay(kEscapeDelay);
   }
+  // curses ends and repaints the screen in its handler of Ctrl-Z: an interrupt waits for that, too.
+  struct sigaction stop {};
+  sigaction(SIGTSTP, nullptr, &stop);
+  sigaddset(&stop.sa_mask, SIGINT);
+  sigaction(SIGTSTP, &stop, nullptr);
 }
 
 }  // namespace
@@ -37,11 +42,12 @@ int main(int argc, char** argv) {
   RunShellCommand("clear");
   ParseArgs(argc, argv);
   StartCurses();
-  (void)std::signal(SIGINT, Shutdown);
-  if (geteuid() != 0) {
+  (void)signal(SIGINT, Shutdown);
+  const auto user = static_cast<int>(geteuid());
+  if (user != 0) {
     RootAuthority = 0;
   }
-  TraceFormat("geteuid: %d", static_cast<int>(geteuid()));
+  TraceFormat("geteuid: %d", user);
   keypad(stdscr, TRUE);
   cbreak();
   noecho();

@@ -20,7 +20,7 @@ sigset_t Interrupts() {
 }  // namespace
 
 void Shutdown(int /*signal_number*/) {
-  (void)std::signal(SIGINT, SIG_IGN);
+  (void)signal(SIGINT, SIG_IGN);
   mvcur(0, COLS - 1, LINES - 1, 0);
   (void)std::fflush(stdout);  // or the move would reach the terminal only after it was cleared
   endwin();

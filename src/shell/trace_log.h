@@ -15,8 +15,8 @@ extern int DebugTrace;
 // The path of the trace file on the heap, never freed; null until -f or the first line sets it.
 extern char* LogFileName;
 
-// The result of the last open. The stream behind it is closed again: not null only says that the
-// trace file has been opened in this run, so that the next line is appended.
+// The result of the last open. The stream behind it is closed again and must not be used: not null
+// only says that the trace file has been opened in this run, so that the next line is appended.
 extern std::FILE* LogFile;
 
 // Makes a copy of `name` the path of the trace file.
