@@ -1,0 +1,87 @@
+#include "config/evseccfg.h"
+
+#include <cerrno>
+
+#include "support/test_files.h"
+
+namespace {
+
+constexpr const char* kLines = "#mine\n-n=a,u,E\n\n-n=b,u,D\n-n=a,v,W\n-n=a,u,x\n";
+
+std::string LookUp(WLNSRec rec) {
+  const int result = WLNSGetRec(&rec);
+  return std::to_string(result) + rec.mode;
+}
+
+// Applies one change to kLines. Returns its result, and the records if the file was rewritten.
+std::string Change(int (*change)(const WLNSRec*), const WLNSRec& rec) {
+  WriteFile(kFile, kLines);
+  const std::string result = std::to_string(change(&rec));
+  return ReadFile(kFile) == kLines ? result : result + " " + TakeText(WLNSGetAllRecs());
+}
+
+TEST_F(StoreTest, OrdinaryUserReadsAndChangesNothing) {
+  WriteFile(kFile, kLines);
+  std::filesystem::permissions(kFile, std::filesystem::perms{0666});
+  [[maybe_unused]] const int not_needed_without_root = seteuid(65534);
+  EXPECT_EQ(LookUp({"a", "v", '-', nullptr}), "0W");
+  EXPECT_EQ(LookUp({"b", "v", '-', nullptr}) + LookUp({"A", "v", '-', nullptr}), "4-4-");
+  EXPECT_EQ(LookUp({"b", "", '-', nullptr}) + LookUp({"", "", '-', nullptr}), "0D0E");
+  EXPECT_EQ(TakeText(WLNSListNodeMasks("")), "a,u,E;b,u,D;");
+  EXPECT_EQ(TakeText(WLNSListNodeMasks("v")), "a,v,W;");
+  EXPECT_EQ(TakeText(WLNSListUserMasks("")), "a,u,E;a,v,W;");
+  EXPECT_EQ(TakeText(WLNSListUserMasks("b")) + TakeText(WLNSListUserMasks("A")), "b,u,D;");
+  EXPECT_EQ(Change(WLNSUpdateRec, {"a", "u", 'W', nullptr}), "-1");
+  EXPECT_EQ(Change(WLNSDeleteRec, {"a", "u", '-', nullptr}), "-1");
+  EXPECT_EQ(Change(WLNSDeleteRec, {"b", "v", '-', nullptr}), "0");
+  [[maybe_unused]] const int as_before = seteuid(getuid());
+}
+
+TEST_F(StoreTest, ManyMasksInFileOrder) {
+  std::string text;
+  std::string expected;
+  for (int i = 20000; i-- > 0;) {
+    const std::string rec = std::to_string(i) + ",u,E";
+    text.append("-n=").append(rec).append("\n-n=").append(rec).append("\n");
+    expected.append(rec).append(";");
+  }
+  WriteFile(kFile, text);
+  EXPECT_TRUE(TakeText(WLNSListNodeMasks("")) == expected);
+}
+
+TEST(RecordList, HasMask) {
+  WLNSRec last{"b", "v", 'E', nullptr};
+  const WLNSRec list{"a", "u", 'E', &last};
+  const WLNSRec both{"b", "u", 'D', nullptr};
+  const WLNSRec none{"B", "", 'E', nullptr};
+  EXPECT_EQ(WLNSHasNodeMask(&list, &both) + WLNSHasUserMask(&list, &both), 2);
+  EXPECT_EQ(WLNSHasNodeMask(&list, &none) + WLNSHasUserMask(&list, &none), 0);
+}
+
+TEST_F(StoreTestAsRoot, ChangesTheFirstOfAPairInItsPlace) {
+  EXPECT_EQ(Change(WLNSUpdateRec, {"b", "u", 'W', nullptr}), "0 a,u,E;b,u,W;a,v,W;a,u,x;");
+  EXPECT_EQ(Change(WLNSUpdateRec, {"a", "u", 'D', nullptr}), "0 a,u,D;b,u,D;a,v,W;a,u,x;");
+  EXPECT_EQ(Change(WLNSUpdateRec, {"A", "u", 'E', nullptr}), "0 a,u,E;b,u,D;a,v,W;a,u,x;A,u,E;");
+  EXPECT_EQ(Change(WLNSUpdateRec, {"b", "u", 'w', nullptr}), "-1");
+  EXPECT_EQ(Change(WLNSUpdateRec, {"", "u", 'E', nullptr}), "-1");
+  EXPECT_EQ(Change(WLNSUpdateRec, {"b", "", 'E', nullptr}), "-1");
+  EXPECT_EQ(Change(WLNSDeleteRec, {"a", "u", '-', nullptr}), "0 b,u,D;a,v,W;a,u,x;");
+  EXPECT_EQ(Change(WLNSDeleteRec, {"a", "v", '-', nullptr}), "0 a,u,E;b,u,D;a,u,x;");
+  EXPECT_EQ(Change(WLNSDeleteRec, {"b", "v", '-', nullptr}), "0");
+  EXPECT_EQ(Change(WLNSDeleteRec, {"b", "", '-', nullptr}), "-1");
+  EXPECT_EQ(WLNSUpdateRec(nullptr) + WLNSDeleteRec(nullptr), -2);
+}
+
+TEST_F(StoreTestAsRoot, ChangesAnUnreadableMissingOrEmptyFile) {
+  const WLNSRec rec{"a", "b", 'E', nullptr};
+  std::filesystem::create_symlink("/proc/self/mem", kFile);  // opens, but cannot be read
+  EXPECT_EQ(WLNSUpdateRec(&rec), EIO);
+  EXPECT_EQ(WLNSDeleteRec(&rec), EIO);
+  std::filesystem::remove_all("opr/config/alpha");
+  EXPECT_EQ(WLNSUpdateRec(&rec), 0);
+  EXPECT_EQ(ReadFile(kFile), kComments + std::string("-n=a,b,E\n"));
+  EXPECT_EQ(WLNSDeleteRec(&rec), 0);
+  EXPECT_EQ(ReadFile(kFile), kComments);
+}
+
+}  // namespace

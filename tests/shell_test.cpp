@@ -1,0 +1,182 @@
+#include <csignal>
+#include <cstdio>
+#include <string_view>
+
+#include "support/program.h"
+
+namespace {
+
+TEST_F(ProgramTest, RefusesABadCommandLine) {
+  for (const auto& arguments : std::vector<std::vector<std::string>>{
+           {"-f"}, {"abc"}, {"-x"}, {"-h"}, {"-d", "-f"}, {"-d", "-fx", "abc"}, {""}}) {
+    Start(arguments);
+    EXPECT_EQ(terminal_->ExitStatus(), 1) << arguments.front();
+    EXPECT_EQ(terminal_->Screen().substr(0, 81 * 9).find("nodewarden syntax"), 0U);
+  }
+  for (const auto& [row, text] : std::vector<std::pair<int, std::string>>{
+           {0, "nodewarden syntax"},
+           {1, ""},
+           {2, "nodewarden [-d ] [-f log_file]"},
+           {3, ""},
+           {4, "  Parameters:"},
+           {5, ""},
+           {6, "    -d    Enable debug tracing"},
+           {7, "    -f    Name of logfile <default: \"nodewarden.log\">"}}) {
+    EXPECT_EQ(terminal_->Row(row), text + std::string(80 - text.size(), ' '));
+  }
+}
+
+TEST_F(SuperuserTest, TracesWhereTheCommandLineSays) {
+  const struct {
+    std::vector<std::string> arguments;
+    const char* file;  // null: no trace
+  } kCases[] = {{{}, nullptr},
+                {{"-f", "never"}, nullptr},
+                {{"-d", "-d"}, "nodewarden.log"},
+                {{"-dfoo", "-fx", "-fy"}, "y"},
+                {{"-f", "-d", "-debug"}, "-d"}};
+  for (const auto& [arguments, file] : kCases) {
+    for (const char* name : {"nodewarden.log", "never", "x", "y", "-d"}) {
+      WriteFile(name, "old\n");
+    }
+    Start(arguments);
+    Leave();
+    for (const char* name : {"nodewarden.log", "never", "x", "y", "-d"}) {
+      const bool traced = file != nullptr && std::string(name) == file;
+      EXPECT_EQ(ReadFile(name).substr(0, 13), traced ? "geteuid: 0\nKe" : "old\n") << name;
+    }
+  }
+}
+
+TEST_F(SuperuserTest, PaintsTheMenuAndWrapsTheHighlightAround) {
+  Start();
+  EXPECT_EQ(terminal_->Row(0), "+" + std::string(24, '-') + "Halvorn Event Node Security" +
+                                   std::string(27, '-') + "+");
+  EXPECT_EQ(terminal_->Find("Show / Change Node Security Entry"), (Position{7, 5}));
+  EXPECT_EQ(terminal_->Find("ENTER=Select  F3=Quit"), (Position{22, 2}));
+  const struct {
+    std::string keys;
+    int row;
+  } kSteps[] = {{"", 5},          {kUp, 11},   {"\x1b[A", 9},        {kDown + kDown, 5},
+                {"\x1bj", 7},     {"\x1b", 7}, {"\x1b\x1bk", 5},     {kUp + kUp + kUp, 7},
+                {"ax\x1b[C4", 7}, {kF4, 7},    {"\x1bOP\x1b[15~", 7}};
+  for (const auto& [keys, row] : kSteps) {
+    Type(keys);
+    EXPECT_EQ(terminal_->Cursor(), (Position{row, 5})) << keys;
+    for (const int entry : {5, 7, 9, 11}) {
+      EXPECT_EQ(terminal_->Reverse(entry, 5), entry == row) << keys;
+    }
+  }
+  EXPECT_EQ(terminal_->Bells(), 0);
+}
+
+TEST_F(ProgramTest, EveryWayOutLeavesAClearTerminal) {
+  for (const std::string& keys :
+       {kF3, std::string("\x1b\x33"), kUp + kEnter, std::string("\x03")}) {
+    Start();
+    if (geteuid() != 0) Type(kEnter);
+    Leave(keys);
+  }
+}
+
+TEST_F(SuperuserTest, StaysUpOnTerminalsOfEverySize) {
+  const auto type = [this](const std::string& keys) {
+    terminal_->Send(keys);
+    return terminal_->Settle();  // false once a key has ended the program
+  };
+  for (const auto& [rows, cols] :
+       std::vector<std::pair<int, int>>{{1, 1}, {2, 3}, {6, 20}, {12, 27}, {8, 40}, {60, 300}}) {
+    for (const std::string& way : {kEnter, kDown + kEnter, kUp + kUp + kEnter}) {
+      Start({}, {.rows = rows, .cols = cols});
+      bool running = type(way + "abc" + kF4 + kDown + kEnter + kUp + "xyz" + kEnter + kEnter);
+      for (int size = 24; running && size > 0; size -= 5) {
+        terminal_->Resize(size, 3 * size);
+        running = type(kDown + "q" + kF4 + kDown + kDown + kDown) && type(kEnter + kF3);
+      }
+      if (running) terminal_->Signal(SIGINT);
+      EXPECT_EQ(terminal_->ExitStatus(), 0) << rows << "x" << cols;
+    }
+  }
+}
+
+// Writes a trace out: events end at a '|' or a line end, and "@code row" is a key's event, with
+// the main menu's cursor on that row.
+std::string Trace(std::string_view events) {
+  std::string trace;
+  while (!events.empty()) {
+    const std::string event(events.substr(0, events.find_first_of("|\n")));
+    events.remove_prefix(event.size() + 1);
+    unsigned code = 0;
+    int row = 0;
+    if (std::sscanf(event.c_str(), "@%x %d", &code, &row) == 2) {
+      char line[80];
+      std::snprintf(line, sizeof line, "Key: %c, 0X%x received at position(%d,5)\n", code, code,
+                    row);
+      trace += line;
+    } else {
+      trace += event + "\n";
+    }
+  }
+  return trace;
+}
+
+TEST_F(SuperuserTest, TracesAWholeRun) {
+  Start({"-d", "-f", "trace"});
+  Type(kEnter + "h" + kDown + "u" + kF4 + kEnter + kEnter + kEnter);                   // add h,u
+  Type(kDown + kEnter + kF4 + kEnter + kDown + "u" + kEnter + "w" + kF3 + "n" + kF3);  // look at it
+  Type("y\x1b\x33" + kDown + kEnter + kF4 + kF3 + "h" + kDown + kF4 + kDown + kEnter);
+  Type(kEnter + "n" + kEnter + "y\x1b[A\x1bX");  // delete it
+  Leave();
+  EXPECT_EQ(ReadFile("trace"), Trace(R"(geteuid: 0
+@a 5|Enter AddCfg|Enter UpdCfg|Enter ProcessWindowData|Input field:  <node> "Node name mask" 
+@68 5|Old String:  <>; Len=0|New String:  <h>; Len=1|Input field:  <node> "Node name mask" 
+@102 5|Input field:  <userid> "Userid mask" 
+@75 5|Old String:  <>; Len=0|New String:  <u>; Len=1|Input field:  <userid> "Userid mask" 
+@10c 5|Enter UpdCfgKeys|Key received: 5|PF4 key|Input field:  Userid mask
+Enter ListBox|Enter AddCfgItem|Enter PaintListBox|Exit PaintListBox
+@a 5|ListBox returned:  u|Exit UpdCfgKeys|Input field:  <node> "Node name mask" 
+@a 5|Enter UpdCfgKeys|Key received: 1|ENTER key|Enter UpdCfgData|Exit UpdCfgData|Enter MessageBox
+@a 5|Message box type: 3, Button selected: 0|Exit MessageBox
+Exit UpdCfgKeys|Exit ProcessWindowData|Exit UpdCfg
+@102 5
+@a 7|Enter SelectCfg|Enter ProcessWindowData|Input field:  <node> "Node Name" 
+@10c 7|Enter SelCfgKeys|PF4 key|Input field:  Node Name
+Enter ListBox|Enter SelCfgItem|ListBox Item:  h|Enter SelCfgItem|Enter PaintListBox|Exit PaintListBox
+@a 7|Cursor position:  (5,2)|ListBox returned:  h|Exit SelCfgKeys|Input field:  <node> "Node Name" 
+@102 7|Input field:  <userid> "Userid mask" 
+@75 7|Old String:  <>; Len=0|New String:  <u>; Len=1|Input field:  <userid> "Userid mask" 
+@a 7|Enter SelCfgKeys|ENTER key|Enter UpdCfg|Looking for Node: <h>, User: <u>
+Populating screen structure|Enter ProcessWindowData|Input field:  <mode> "Security mode" 
+@77 7|Old String:  <ENABLED>; Len=7|New String:  <wNABLED>; Len=7|Input field:  <mode> "Security mode" 
+@10b 7|Enter UpdCfgKeys|Key received: 4|PF3 key|Enter MessageBox
+@6e 7|Message box type: 1, Button selected: 0|Exit MessageBox|Button option 2 selected
+Exit UpdCfgKeys|Input field:  <mode> "Security mode" 
+@10b 7|Enter UpdCfgKeys|Key received: 4|PF3 key|Enter MessageBox
+@79 7|Message box type: 1, Button selected: 1|Exit MessageBox|Button option 1 selected
+Exit UpdCfgKeys|Exit ProcessWindowData|Exit UpdCfg|Exit SelCfgKeys
+Input field:  <userid> "Userid mask" 
+@1b 7|escape key hit|@33 7|Enter SelCfgKeys|PF3 key|Exit SelCfgKeys
+Exit ProcessWindowData|Exit SelectCfg
+@102 7
+@a 9|Enter DelCfg|Enter ProcessWindowData|Input field:  <node> "Node Name" 
+@10c 9|Enter DelCfgKeys|PF4 key|Input field:  Node Name
+Enter ListBox|Enter SelCfgItem|ListBox Item:  h|Enter SelCfgItem|Enter PaintListBox|Exit PaintListBox
+@10b 9|ListBox returned:  |Exit DelCfgKeys|Input field:  <node> "Node Name" 
+@68 9|Old String:  <>; Len=0|New String:  <h>; Len=1|Input field:  <node> "Node Name" 
+@102 9|Input field:  <userid> "Userid mask" 
+@10c 9|Enter DelCfgKeys|PF4 key|Input field:  Userid mask
+Enter ListBox|Enter SelCfgItem|ListBox Item:  u|Enter SelCfgItem|Enter PaintListBox|Exit PaintListBox
+@102 9
+@a 9|Cursor position:  (5,2)|ListBox returned:  u|Exit DelCfgKeys|Input field:  <node> "Node Name" 
+@a 9|Enter DelCfgKeys|ENTER key|Enter MessageBox
+@6e 9|Message box type: 1, Button selected: 0|Exit MessageBox|Button option 2 selected
+Exit DelCfgKeys|Input field:  <node> "Node Name" 
+@a 9|Enter DelCfgKeys|ENTER key|Enter MessageBox
+@79 9|Message box type: 1, Button selected: 1|Exit MessageBox|Button option 1 selected
+Exit DelCfgKeys|Exit ProcessWindowData|Exit DelCfg
+@1b 9|escape key hit|@5b 9|@41 9
+@1b 7|escape key hit|@58 7|ignoring key|@10b 7
+)"));
+}
+
+}  // namespace

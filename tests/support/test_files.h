@@ -1,0 +1,69 @@
+#pragma once
+
+// Directories, whole files and environment variables for tests.
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <utility>
+
+// A new working directory, which every user may read, removed at the end.
+struct TemporaryDirectory {
+  TemporaryDirectory() {
+    std::filesystem::permissions(path, std::filesystem::perms{0755});
+    std::filesystem::current_path(path);
+  }
+  TemporaryDirectory(TemporaryDirectory&&) = delete;
+  ~TemporaryDirectory() { std::filesystem::remove_all(path); }
+  const std::string path =
+      mkdtemp((std::filesystem::temp_directory_path() / "nodewarden.XXXXXX").string().data());
+};
+
+// Sets an environment variable, or removes it when `value` is null.
+inline void SetEnvironment(const char* name, const char* value) {
+  value == nullptr ? unsetenv(name) : setenv(name, value, 1);
+}
+
+// Returns the whole text of a file, "" when there is none.
+inline std::string ReadFile(const std::string& path) {
+  return {std::istreambuf_iterator<char>(std::ifstream(path).rdbuf()), {}};
+}
+
+inline void WriteFile(const std::string& path, const std::string& text) {
+  std::ofstream(path) << text;
+}
+
+inline constexpr const char* kFile = "opr/config/alpha/actnode.prf";
+inline constexpr const char* kComments =
+    "#Event external security configuration\n#Format: -n=nodemask,usermask,mode(D|E|W)\n";
+
+// A test on an installation of its own, with the working directory as its root and kFile.
+class StoreTest : public testing::Test {
+ protected:
+  StoreTest() {
+    std::filesystem::create_directories("opr/config/alpha");
+    SetEnvironment("HLVHOME0000", ".");
+  }
+  TemporaryDirectory directory_;
+};
+
+class StoreTestAsRoot : public StoreTest {
+  void SetUp() override {
+    if (geteuid() != 0) GTEST_SKIP() << "needs root: nobody else may write the file";
+  }
+};
+
+// Returns a list of records as "alpha,ops,E;beta,root,D;" and releases it.
+std::string TakeText(auto* rec) {
+  std::string text;
+  for (; rec != nullptr; delete std::exchange(rec, rec->next)) {
+    text.append(rec->nodemask).append(",").append(rec->usermask).append(",");
+    text.append(&rec->mode, rec->mode != '\0').append(";");
+  }
+  return text;
+}
