@@ -1,10 +1,10 @@
 // nodewarden: maintains the node security configuration of the local node at a terminal.
 
 #include <curses.h>
-#include <signal.h>
 #include <unistd.h>
 
 #include <clocale>
+#include <csignal>
 #include <cstdlib>
 
 #include "forms/forms.h"

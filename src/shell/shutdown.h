@@ -5,7 +5,7 @@
 // the rewriting of a file, a trace line or a curses call in half. SIGWINCH is treated alike, so
 // that a resized terminal ends the wait however short before it the signal comes.
 
-#include <signal.h>
+#include <csignal>
 
 // Ends the program with status 0: puts the cursor into the bottom-left corner, ends curses and
 // clears the terminal. Also the handler of SIGINT; `signal_number` is not used.

@@ -34,7 +34,7 @@ class ProgramTest : public ::testing::Test {
   // Starts the program and waits for its menu, or for its end.
   void Start(std::vector<std::string> arguments = {}, TerminalOptions options = {}) {
     arguments.insert(arguments.begin(), NODEWARDEN_PROGRAM);
-    StartCommand(std::move(arguments), std::move(options));
+    StartCommand(arguments, std::move(options));
   }
 
   // Starts it as a user without rights, who may not be able to reach the build folder.
@@ -42,7 +42,7 @@ class ProgramTest : public ::testing::Test {
     std::filesystem::copy_file(NODEWARDEN_PROGRAM, "./program");
     arguments.insert(arguments.begin(),
                      {"setpriv", "--reuid=65534", "--regid=65534", "--clear-groups", "./program"});
-    StartCommand(std::move(arguments), {});
+    StartCommand(arguments, {});
   }
 
   // Sends the keys and waits until the program has acted on all of them.
@@ -77,9 +77,9 @@ class ProgramTest : public ::testing::Test {
   std::unique_ptr<TerminalSession> terminal_;
 
  private:
-  void StartCommand(std::vector<std::string> command, TerminalOptions options) {
+  void StartCommand(const std::vector<std::string>& command, TerminalOptions options) {
     options.env.emplace_back("HLVHOME0000=.");
-    terminal_ = TerminalSession::Run(std::move(command), std::move(options));
+    terminal_ = TerminalSession::Run(command, options);
     [[maybe_unused]] const bool waiting = terminal_->Settle();
   }
 };
