@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -24,6 +23,9 @@ constexpr const char* kFileName = "actnode.prf";
 constexpr std::string_view kRecordPrefix = "-n=";
 constexpr std::size_t kNodeNameLength = 63;  // most bytes of a node name
 constexpr int kLineSize = 256;               // a read takes at most 255 bytes of a line
+constexpr std::size_t kReadBufferSize = 16384;
+// Bytes of the longest record line, its line feed included.
+constexpr std::size_t kLongestRecord = sizeof "-n=,,m" + kNodeMaskLength + kUserMaskLength;
 constexpr unsigned char kBlank = ' ';
 
 struct FileCloser {
@@ -33,6 +35,9 @@ using FilePtr = std::unique_ptr<std::FILE, FileCloser>;
 
 // The read cursor: the stream of the walk under way, null between walks.
 constinit std::FILE* read_cursor = nullptr;
+
+// The buffer of the stream; a larger one than usual saves most of the system calls.
+constinit char read_buffer[kReadBufferSize] = {};
 
 // What cut the last walk short, 0 when nothing did.
 constinit int read_error = 0;
@@ -70,11 +75,61 @@ bool OpenReadCursor() {
   if (GetPaths(dir, path)) {
     read_cursor = std::fopen(path, "r");  // a file that does not open reads as an empty one
   }
-  return read_cursor != nullptr;
+  if (read_cursor == nullptr) {
+    return false;
+  }
+  (void)std::setvbuf(read_cursor, read_buffer, _IOFBF, sizeof read_buffer);
+  return true;
 }
 
-bool Matches(const char* wanted, const char* mask) {
-  return *wanted == '\0' || std::strcmp(wanted, mask) == 0;
+// Returns the record line without what trimming takes off; nothing when it is another line.
+std::string_view Trimmed(std::string_view line) {
+  line.remove_prefix(std::min(line.find_first_not_of(' '), line.size()));
+  while (!line.empty() && IsTrimmedAtEnd(line.back())) {
+    line.remove_suffix(1);
+  }
+  return line.substr(0, line.starts_with(kRecordPrefix) ? line.size() : 0);
+}
+
+// A record as it stands in its line, the masks cut to their longest.
+struct Fields {
+  std::string_view node_mask;
+  std::string_view user_mask;
+  char mode;
+};
+
+// Takes the field at the front of `text`, with the comma behind it, off the text; returns it, cut
+// to `length` bytes.
+std::string_view TakeField(std::string_view& text, std::size_t length) {
+  const std::size_t comma = text.find(',');
+  const std::string_view field = text.substr(0, std::min(comma, length));
+  text.remove_prefix(comma == std::string_view::npos ? text.size() : comma + 1);
+  return field;
+}
+
+Fields Split(std::string_view text) {
+  const std::string_view node_mask = TakeField(text, kNodeMaskLength);
+  const std::string_view user_mask = TakeField(text, kUserMaskLength);
+  return {node_mask, user_mask, text.empty() ? '\0' : text.front()};
+}
+
+bool Matches(std::string_view wanted, std::string_view mask) {
+  return wanted.empty() || wanted == mask;
+}
+
+// Fills a zero-filled record.
+void Fill(WLNSRec& rec, const Fields& fields) {
+  fields.node_mask.copy(rec.nodemask, kNodeMaskLength);
+  fields.user_mask.copy(rec.usermask, kUserMaskLength);
+  rec.mode = fields.mode;
+}
+
+std::size_t CountRecords(const WLNSRec* list) {
+  std::size_t count = 0;
+  for (const WLNSRec* rec = list; rec != nullptr; rec = rec->next) {
+    ++count;
+  }
+  return count;
 }
 
 // The text of the whole file, made before the file is opened for writing.
@@ -82,6 +137,7 @@ std::string FileText(const WLNSRec* list) {
   std::string text =
       "#Event external security configuration\n"
       "#Format: -n=nodemask,usermask,mode(D|E|W)\n";
+  text.reserve(text.size() + CountRecords(list) * kLongestRecord);
   for (const WLNSRec* rec = list; rec != nullptr; rec = rec->next) {
     text.append(kRecordPrefix).append(rec->nodemask).append(",").append(rec->usermask).append(",");
     // A mode that reading would trim away is no mode; written out, it would only be lost the
@@ -138,15 +194,6 @@ int RewriteFile(const WLNSRec* list) {
   return result;
 }
 
-// Copies the field at the front of `text` into `field` and takes it, with the comma behind it,
-// off the text.
-template <std::size_t Size>
-void TakeField(std::string_view& text, char (&field)[Size]) {
-  const std::size_t comma = text.find(',');
-  CopyText(field, text.substr(0, comma));
-  text.remove_prefix(comma == std::string_view::npos ? text.size() : comma + 1);
-}
-
 }  // namespace
 
 int WLNSGetCfgDir(char* dir) {
@@ -174,16 +221,18 @@ WLNSRec* WLNSReadRec(const char* nodeMask, const char* useridMask) {
     WLNSEndRead();
     return nullptr;
   }
-  std::array<char, kLineSize> line{};
-  while (std::fgets(line.data(), kLineSize, read_cursor) != nullptr) {
-    WLNSTrimLine(line.data());
-    if (line[0] == '\0') {
+  const std::string_view node_mask = nodeMask;
+  const std::string_view user_mask = useridMask;
+  char line[kLineSize];
+  while (fgets_unlocked(line, kLineSize, read_cursor) != nullptr) {
+    const std::string_view text = Trimmed(line);
+    if (text.empty()) {
       continue;
     }
-    *rec = {};
-    WLNSParseLine(rec.get(), line.data() + kRecordPrefix.size());
-    if (Matches(nodeMask, rec->nodemask) && Matches(useridMask, rec->usermask)) {
-      if (*nodeMask != '\0' && *useridMask != '\0') {
+    const Fields fields = Split(text.substr(kRecordPrefix.size()));
+    if (Matches(node_mask, fields.node_mask) && Matches(user_mask, fields.user_mask)) {
+      Fill(*rec, fields);
+      if (!node_mask.empty() && !user_mask.empty()) {
         WLNSEndRead();
       }
       return rec.release();
@@ -218,21 +267,9 @@ int WLNSWriteRecs(WLNSRec* list) {
 }
 
 void WLNSTrimLine(char* line) {
-  std::string_view rest = line;
-  rest.remove_prefix(std::min(rest.find_first_not_of(' '), rest.size()));
-  while (!rest.empty() && IsTrimmedAtEnd(rest.back())) {
-    rest.remove_suffix(1);
-  }
-  if (!rest.starts_with(kRecordPrefix)) {
-    rest.remove_suffix(rest.size());
-  }
+  const std::string_view rest = Trimmed(line);
   std::memmove(line, rest.data(), rest.size());
   line[rest.size()] = '\0';
 }
 
-void WLNSParseLine(WLNSRec* rec, const char* text) {
-  std::string_view rest = text;
-  TakeField(rest, rec->nodemask);
-  TakeField(rest, rec->usermask);
-  rec->mode = rest.empty() ? '\0' : rest.front();
-}
+void WLNSParseLine(WLNSRec* rec, const char* text) { Fill(*rec, Split(text)); }
