@@ -7,6 +7,7 @@
 #include "forms/forms.h"
 #include "forms/screen_painter.h"
 #include "forms/text.h"
+#include "forms/window.h"
 #include "shell/trace_log.h"
 
 constinit int FieldsModified = 0;
@@ -246,7 +247,7 @@ void ProcessWindowData(WINDOW* window, ScreenField* table, KeyHandler handler) {
     if (key == KEY_RESIZE) {
       FollowResize(form);
     }
-    wrefresh(window);
+    Refresh(window);
   }
   TraceLog("Exit ProcessWindowData");
 }

@@ -113,6 +113,11 @@ inline constexpr int KEY_NEWLINE = 10;  // Enter, as curses delivers the carriag
 
 inline bool IsEnterKey(int key) { return key == KEY_NEWLINE || key == KEY_ENTER; }
 
+// Has the terminal, in cbreak mode already, answer a read that finds no key at once. Keys that were
+// announced can vanish, flushed by Ctrl-Z and its like; ReadKey must not be caught in curses then,
+// where no interrupt reaches it. Called once at start-up.
+void NeverBlockReads();
+
 // Waits for a key with `window` refreshed and having the input focus, and returns its curses code.
 // Escape sequences of the arrow and function keys, and Escape with a digit, h, j, k, l or x, come
 // back as the key they stand for, Backspace as KEY_DC; Escape itself is never returned. Returns ERR

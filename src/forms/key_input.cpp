@@ -1,4 +1,5 @@
 #include <poll.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -65,6 +66,12 @@ bool TerminalGone(short events, int read_error) {
   return !passing || isatty(STDIN_FILENO) == 0;
 }
 
+// Takes a key that is there, ERR when there is none.
+int TakeKey(WINDOW* window) {
+  KeepOnScreen(window);  // it is refreshed by the reading
+  return wgetch(window);
+}
+
 // Waits for one key. Interrupts are let through only here: curses itself never blocks, so that its
 // own work is never cut short.
 int WaitForKey(WINDOW* window) {
@@ -73,7 +80,7 @@ int WaitForKey(WINDOW* window) {
   for (;;) {
     AdmitInterrupts();
     errno = 0;
-    const int key = wgetch(window);
+    const int key = TakeKey(window);
     if (key != ERR) {
       return key;
     }
@@ -82,16 +89,13 @@ int WaitForKey(WINDOW* window) {
     }
     const sigset_t mask = KeyWaitMask();
     if (ppoll(&input, 1, nullptr, &mask) < 0) {
-      return wgetch(window);  // ERR, or the key that tells of the signal: a resized terminal
+      return TakeKey(window);  // ERR, or the key that tells of the signal: a resized terminal
     }
   }
 }
 
 int ReadTracedKey(WINDOW* window) {
   const int key = WaitForKey(window);
-  if (key == KEY_RESIZE) {
-    KeepOnScreen(window);
-  }
   TraceFormat("Key: %c, 0X%x received at position(%d,%d)", key, static_cast<unsigned>(key),
               MenuCursorRow, MenuCursorCol);
   return key;
@@ -110,6 +114,16 @@ int ReadSequence(WINDOW* window) {
 }
 
 }  // namespace
+
+void NeverBlockReads() {
+  termios mode{};
+  if (tcgetattr(STDIN_FILENO, &mode) == 0) {
+    mode.c_cc[VMIN] = 0;
+    mode.c_cc[VTIME] = 0;
+    tcsetattr(STDIN_FILENO, TCSANOW, &mode);
+    def_prog_mode();  // or curses would set its own mode again after Ctrl-Z
+  }
+}
 
 int ReadKey(WINDOW* window) {
   for (;;) {

@@ -121,7 +121,7 @@ int ChooseItem(WINDOW* box, const ItemTable& items) {
   Page page{items.count()};
   for (;;) {
     PlaceCursor(box, page);
-    wrefresh(box);
+    Refresh(box);
     const int key = ReadKey(box);
     if (IsEnterKey(key) && items.count() > 0) {
       FieldsModified = 1;
@@ -169,6 +169,6 @@ void PaintListBox(WINDOW* box, const char* const* items, int first, int count, i
              std::string_view(items[first + line]).substr(0, kMaxItemLength));
   }
   DrawMarker(box, kFirstItemRow + shown, count - shown - first, kBottomMarker);
-  wrefresh(box);
+  Refresh(box);
   TraceLog("Exit PaintListBox");
 }

@@ -115,7 +115,7 @@ int ChooseSlot(WINDOW* box, std::span<const Button> buttons) {
   const int first = FirstSlot(buttons);
   int slot = first;
   while ((slot = PlaceCursor(box, first, slot)) != 0) {
-    wrefresh(box);
+    Refresh(box);
     const int key = ReadKey(box);
     if (IsEnterKey(key)) {
       return slot;

@@ -84,7 +84,7 @@ int PaintScreen(WINDOW* window, ScreenField* table, const char* title) {
   if (first == nullptr || wmove(window, first->field_row, first->field_column) == ERR) {
     wmove(window, 0, 0);
   }
-  return wrefresh(window);
+  return Refresh(window);
 }
 
 int MoveToField(WINDOW* window, const ScreenField* field) {
@@ -104,5 +104,5 @@ void RedrawField(WINDOW* window, const ScreenField* field) {
   getyx(window, row, column);
   DrawField(window, *field, offset);
   wmove(window, row, column);
-  wrefresh(window);
+  Refresh(window);
 }

@@ -23,11 +23,20 @@ WindowPtr OpenCentredWindow(int rows, int columns) {
 void KeepOnScreen(WINDOW* window) {
   const int rows = std::min(getmaxy(window), LINES);
   const int columns = std::min(getmaxx(window), COLS);
-  wresize(window, rows, columns);
-  mvwin(window, std::min(getbegy(window), LINES - rows), std::min(getbegx(window), COLS - columns));
+  const int row = std::min(getbegy(window), LINES - rows);
+  const int column = std::min(getbegx(window), COLS - columns);
+  if (row != getbegy(window) || column != getbegx(window)) {
+    wresize(window, rows, columns);
+    mvwin(window, row, column);
+  }
+}
+
+int Refresh(WINDOW* window) {
+  KeepOnScreen(window);
+  return wrefresh(window);
 }
 
 int Restore(WINDOW* window) {
   touchwin(window);
-  return wrefresh(window);
+  return Refresh(window);
 }

@@ -21,9 +21,13 @@ WindowPtr OpenWindow(int rows, int columns, int row, int column);
 // Opens such a window in the middle of the screen.
 WindowPtr OpenCentredWindow(int rows, int columns);
 
-// Fits a window that has the focus to a terminal that has shrunk: curses cuts the size of windows,
-// but leaves them where they are, be it outside the screen.
+// Fits a window to a terminal that has shrunk, as must be done before it is refreshed: curses
+// leaves windows where they are, be it outside the screen, and then reads beyond it. Any refresh or
+// reading of a key may be the moment at which curses takes over the new size.
 void KeepOnScreen(WINDOW* window);
+
+// Refreshes the window, kept on the screen. Returns the curses result.
+int Refresh(WINDOW* window);
 
 // Shows `window` again whole after a window over it is gone. Returns the result of the refresh.
 int Restore(WINDOW* window);

@@ -51,6 +51,7 @@ int main(int argc, char** argv) {
   keypad(stdscr, TRUE);
   cbreak();
   noecho();
+  NeverBlockReads();
   box(stdscr, kVerticalBorder, kHorizontalBorder);
   PaintMenu(stdscr, MainMenu, "Halvorn Event Node Security");
   if (RootAuthority == 0) {

@@ -21,6 +21,7 @@ sigset_t Interrupts() {
 
 void Shutdown(int /*signal_number*/) {
   (void)signal(SIGINT, SIG_IGN);
+  (void)signal(SIGTSTP, SIG_IGN);  // curses would repaint the screen when the program goes on
   mvcur(0, COLS - 1, LINES - 1, 0);
   (void)std::fflush(stdout);  // or the move would reach the terminal only after it was cleared
   endwin();
