@@ -9,6 +9,10 @@ build_packages=(g++ cmake ninja-build libncurses-dev)
 test_packages=("${build_packages[@]}" libgtest-dev libvterm-dev pkg-config)
 # shellcheck disable=SC2034
 package_packages=("${build_packages[@]}" dpkg-dev file)
+# shellcheck disable=SC2034
+fuzz_packages=("${test_packages[@]}" clang libclang-rt-14-dev)
+# shellcheck disable=SC2034
+abuse_packages=("${test_packages[@]}" python3 strace)
 
 die() {
   printf '%s: %s\n' "${0##*/}" "$*" >&2

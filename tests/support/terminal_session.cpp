@@ -35,11 +35,8 @@ constexpr std::size_t kMostPerDrain = 1 << 16;  // a flood must not hide time
 constexpr char kResultEnd = '\0';               // tells an empty result from none
 
 const VTermScreenCallbacks* Callbacks() {
-  static const VTermScreenCallbacks callbacks = [] {
-    VTermScreenCallbacks made{};
-    made.bell = [](void* count) { return ++*static_cast<int*>(count); };
-    return made;
-  }();
+  static VTermScreenCallbacks callbacks{};
+  callbacks.bell = [](void* count) { return ++*static_cast<int*>(count); };
   return &callbacks;
 }
 
@@ -155,18 +152,14 @@ TerminalSession::TerminalSession(const ChildBody& body, const TerminalOptions& o
   vterm_screen_enable_altscreen(screen_, 1);
   vterm_screen_reset(screen_, 1);
   Fork(body, options);
-  open_sessions_.insert(this);
 }
 
 TerminalSession::~TerminalSession() {
-  open_sessions_.erase(this);
   if (Ended()) return;
   Kill();
   waitpid(pid_, nullptr, 0);
 }
 
-// The child lets go of the other sessions' terminals, which otherwise would not
-// notice that they are hung up.
 void TerminalSession::Fork(const ChildBody& body, const TerminalOptions& options) {
   int ends[2];
   int master = -1;
@@ -177,10 +170,7 @@ void TerminalSession::Fork(const ChildBody& body, const TerminalOptions& options
   const winsize size = WindowSize(rows_, cols_);
   (void)std::fflush(nullptr);
   pid_ = Checked(forkpty(&master, nullptr, nullptr, &size), "forkpty");
-  if (pid_ == 0) {
-    for (TerminalSession* other : open_sessions_) other->CloseLine();
-    RunChild(body, writer.get(), options);
-  }
+  if (pid_ == 0) RunChild(body, writer.get(), options);
   master_.Reset(master);
   slave_.Reset(open(ptsname(master), O_RDWR | O_NOCTTY | O_CLOEXEC));
   EXPECT_GE(slave_.get(), 0) << "cannot watch the keys not yet taken";
@@ -214,7 +204,6 @@ std::size_t TerminalSession::Drain() {
   while ((count = read(result_pipe_.get(), buffer, sizeof buffer)) > 0) {
     result_.append(buffer, static_cast<std::size_t>(count));
   }
-  bytes_out_ += total;
   return total;
 }
 
@@ -230,11 +219,6 @@ bool TerminalSession::Quiet() {
 bool TerminalSession::Ended() {
   if (!ended_) ended_ = waitpid(pid_, &wait_status_, WNOHANG) == pid_;
   return ended_;
-}
-
-void TerminalSession::CloseLine() {
-  master_.Reset();
-  slave_.Reset();
 }
 
 void TerminalSession::Kill() const {
@@ -286,7 +270,8 @@ void TerminalSession::Signal(int number) {
 
 void TerminalSession::HangUp() {
   Drain();
-  CloseLine();
+  master_.Reset();
+  slave_.Reset();
 }
 
 std::string TerminalSession::Row(int row) const {

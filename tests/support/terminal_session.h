@@ -1,17 +1,16 @@
 #pragma once
 
-// A program, or a function of the test binary, on a pseudo-terminal of its own.
-// The session plays the terminal: it sends keys and keeps the screen an
-// operator would see. It owns the child and ends it when it is destroyed.
-// The screen moves on only inside Send, WaitFor, Settle, Resize, HangUp and the
-// two waits for the end; the const functions look at what those have read.
+// A program, or a function of the test binary, on a pseudo-terminal of its own. The session plays
+// the terminal: it sends keys and keeps the screen an operator would see. The screen moves on only
+// inside Send, WaitFor, Settle, Resize, HangUp and the two waits for the end; the const functions
+// look at what those have read. Keep one session at a time: a child of a second one would hold the
+// line of the first.
 
 #include <sys/types.h>
 
 #include <cstddef>
 #include <functional>
 #include <memory>
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,19 +26,19 @@ struct Position {
 struct TerminalOptions {
   int rows = 24, cols = 80;
   const char* term = "tmux";
-  // "NAME=value", on top of TERM, PATH, LC_ALL=C and ESCDELAY=25. Nothing else
-  // is inherited but the switches of sanitizers and coverage.
+  // "NAME=value", on top of TERM, PATH, LC_ALL=C and ESCDELAY=25. Nothing else is inherited but the
+  // switches of sanitizers and coverage.
   std::vector<std::string> env{};
 };
 
 class TerminalSession {
  public:
-  // Starts a program, looked up in PATH; its exit status is 127 if it cannot be
-  // started. Throws std::system_error when there is no pseudo-terminal.
+  // Starts a program, looked up in PATH; its exit status is 127 if it cannot be started. Throws
+  // std::system_error when there is no pseudo-terminal.
   static std::unique_ptr<TerminalSession> Run(std::vector<std::string> argv,
                                               const TerminalOptions& options = {});
-  // Runs `body` in a forked child, which ends with status 0 when it returns.
-  // GoogleTest failures inside it are lost: return text and compare Result().
+  // Runs `body` in a forked child, which ends with status 0 when it returns. GoogleTest failures
+  // inside it are lost: return text and compare Result().
   static std::unique_ptr<TerminalSession> Call(std::function<std::string()> body,
                                                const TerminalOptions& options = {});
   TerminalSession(const TerminalSession&) = delete;
@@ -47,11 +46,11 @@ class TerminalSession {
   ~TerminalSession();  // kills and reaps a child that is still there
 
   void Send(std::string_view keys);  // the bytes a terminal would send
-  // Waits for `text` within one row, and for the child to be quiet as in
-  // Settle. False after ten seconds, or once the child or the line is gone.
+  // Waits for `text` within one row, and for the child to be quiet as in Settle. False after ten
+  // seconds, or once the child or the line is gone.
   [[nodiscard]] bool WaitFor(std::string_view text);
-  // Waits until all keys are consumed, the child sleeps in its wait for a key
-  // (ppoll, or read on descriptor 0) and its output is on the screen.
+  // Waits until all keys are consumed, the child sleeps in its wait for a key (ppoll, or read on
+  // descriptor 0) and its output is on the screen.
   [[nodiscard]] bool Settle();
   void Resize(int rows, int cols);  // the child gets SIGWINCH
   void Signal(int number);          // to the child alone
@@ -63,11 +62,9 @@ class TerminalSession {
   [[nodiscard]] Position Cursor() const;
   [[nodiscard]] bool Reverse(int row, int col) const;
   [[nodiscard]] int Bells() const { return bells_; }
-  [[nodiscard]] std::size_t BytesOut() const { return bytes_out_; }  // read from the child
-  [[nodiscard]] pid_t pid() const { return pid_; }
 
-  // Both wait for the child to end; one that does not within thirty seconds is
-  // killed and fails the test.
+  // Both wait for the child to end; one that does not within thirty seconds is killed and fails the
+  // test.
   int ExitStatus();      // minus the signal number when ended by a signal
   std::string Result();  // what `body` returned; fails the test if it did not
 
@@ -75,6 +72,9 @@ class TerminalSession {
   using ChildBody = std::function<int(int result_descriptor)>;
   class Descriptor {
    public:
+    Descriptor() = default;
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
     ~Descriptor() { Reset(); }
     void Reset(int fd = -1);  // closes the one held before
     [[nodiscard]] int get() const { return fd_; }
@@ -87,17 +87,14 @@ class TerminalSession {
   void Fork(const ChildBody& body, const TerminalOptions& options);
   std::size_t Drain();
   void Pause() const;
-  [[nodiscard]] bool Quiet();
+  bool Quiet();
   bool Ended();
-  void CloseLine();
   void Kill() const;
 
-  static inline std::set<TerminalSession*> open_sessions_;
   int rows_, cols_;
   std::unique_ptr<VTerm, void (*)(VTerm*)> terminal_;
   VTermScreen* screen_;  // part of the terminal
   int bells_ = 0;
-  std::size_t bytes_out_ = 0;
   std::string result_;
   pid_t pid_ = -1;
   bool ended_ = false;

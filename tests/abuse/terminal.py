@@ -1,0 +1,177 @@
+"""The program on a pseudo-terminal, in an installation of its own."""
+
+import fcntl
+import os
+import pathlib
+import platform
+import re
+import select
+import shutil
+import signal
+import struct
+import subprocess
+import tempfile
+import termios
+import time
+
+PATIENCE = 20  # seconds after which whatever is waited for counts as a hang
+PAUSE = 0.001
+PPOLL = {"x86_64": "271"}.get(platform.machine(), "73")  # the system call that waits for a key
+
+ENTER, UP, DOWN, RIGHT, LEFT = b"\r", b"\x1bOA", b"\x1bOB", b"\x1bOC", b"\x1bOD"
+F3, F4 = b"\x1bOR", b"\x1bOS"
+
+COMMENTS = (b"#Event external security configuration\n"
+            b"#Format: -n=nodemask,usermask,mode(D|E|W)\n")
+
+# The terminal is cleared last of all; what may follow clears its history or fills time.
+CLEARED = re.compile(rb"\x1b\[H\x1b\[2?J(?:\x1b\[3J|\0)*\Z")
+
+
+class Failure(Exception):
+    """The program did not do what was expected of it."""
+
+
+class Installation:
+    """A directory for HLVHOME0000 and the program to work in, removed at the end."""
+
+    def __init__(self):
+        self.root = pathlib.Path(tempfile.mkdtemp(prefix="nodewarden."))
+        self.directory = self.root / "opr/config" / os.uname().nodename
+        self.directory.mkdir(parents=True)
+        self.file = self.directory / "actnode.prf"
+        self.trace = self.root / "trace"
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        if self.directory.is_mount():
+            subprocess.run(["umount", self.directory], check=True)
+        shutil.rmtree(self.root)
+
+
+class Program:
+    """A run of the program. Leaving the "with" kills it if it is still there."""
+
+    def __init__(self, program, installation, size=(24, 80), term="tmux", options=(), prefix=(),
+                 no_input=False, ignored=()):
+        self.root, self.file = installation.root, installation.file
+        self.output = b""
+        self.status = None
+        self.term = term
+        self.master, self.slave = os.openpty()
+        os.set_blocking(self.master, False)
+        self.before = termios.tcgetattr(self.slave)
+        self.resize(*size)
+        command = [*prefix, os.path.realpath(program), *options]
+        self.pid = os.fork()
+        if self.pid == 0:
+            try:
+                self._become(command, no_input, ignored)
+            finally:
+                os._exit(127)
+
+    def _become(self, command, no_input, ignored):
+        os.login_tty(self.slave)
+        if no_input:
+            os.dup2(os.open("/dev/null", os.O_RDONLY), 0)
+        for number in (signal.SIGINT, signal.SIGHUP, signal.SIGQUIT, signal.SIGPIPE):
+            signal.signal(number, signal.SIG_IGN if number in ignored else signal.SIG_DFL)
+        os.chdir(self.root)
+        # Sanitizers report into files, not to the screen. Their search for leaks, which traces the
+        # program, cannot do so while strace does.
+        report = f"log_path={self.root}/report:detect_leaks={int('strace' not in command)}"
+        os.execvpe(command[0], command, {
+            "PATH": os.environ["PATH"], "TERM": self.term, "LC_ALL": "C.UTF-8", "ESCDELAY": "25",
+            "HLVHOME0000": str(self.root), "ASAN_OPTIONS": report,
+            "UBSAN_OPTIONS": f"{report}:print_stacktrace=1"})
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        if not self.ended():
+            os.kill(self.pid, signal.SIGKILL)
+            os.waitpid(self.pid, 0)
+        self.hang_up()
+
+    def resize(self, rows, columns):
+        fcntl.ioctl(self.master, termios.TIOCSWINSZ, struct.pack("4H", rows, columns, 0, 0))
+
+    def hang_up(self):
+        for end in (self.master, self.slave):
+            if end is not None:
+                os.close(end)
+        self.master = self.slave = None
+
+    def drain(self):
+        """Reads what the program has written, waiting a moment for it. Tells whether it was any."""
+        ready, _, _ = select.select([self.master] if self.master is not None else [], [], [], PAUSE)
+        if ready:
+            self.output += os.read(self.master, 65536)
+        return bool(ready)
+
+    def until(self, condition, what):
+        deadline = time.monotonic() + PATIENCE
+        while not condition():
+            if time.monotonic() > deadline:
+                raise Failure(f"hang: {what}; {self._proc('stat')[:40]} {self._proc('syscall')}")
+            self.drain()
+
+    def send(self, keys):
+        rest = bytearray(keys)
+
+        def sent():
+            try:
+                del rest[:os.write(self.master, rest)]
+            except BlockingIOError:
+                pass
+            return not rest or self.ended()
+
+        self.until(sent, "keys are not taken")
+
+    def _proc(self, name):
+        try:
+            return pathlib.Path(f"/proc/{self.pid}/{name}").read_text()
+        except OSError:
+            return ""
+
+    def asleep(self):
+        """Whether no key is on its way, which only a poll can tell, and one is waited for."""
+        unread, _, _ = select.select([self.slave], [], [], 0)
+        return not unread and self._proc("syscall").split(" ")[0] == PPOLL
+
+    def settle(self):
+        """Waits until the program has taken all keys and waits for the next one."""
+        self.until(lambda: self.ended() or (self.asleep() and not self.drain() and self.asleep()),
+                   "does not come back to wait for a key")
+
+    def ended(self):
+        if self.status is None:
+            pid, status = os.waitpid(self.pid, os.WNOHANG)
+            if pid != 0:
+                self.status = os.waitstatus_to_exitcode(status)
+        return self.status is not None
+
+    def wait(self):
+        """Waits for the end; returns the exit status, minus its number for a signal."""
+        self.until(self.ended, "does not end")
+        while self.drain():
+            pass
+        return self.status
+
+    def expect_end(self, status):
+        """Waits for the end; for status 0 the terminal must be as it was before."""
+        self.wait()
+        for report in sorted(self.root.glob("report*")):
+            raise Failure(report.read_text(errors="replace"))
+        if self.status != status:
+            raise Failure(f"status {self.status} instead of {status}: {self.output[-300:]}")
+        if status == 0 and self.slave is not None:
+            if termios.tcgetattr(self.slave) != self.before:
+                raise Failure("the terminal's modes are not restored")
+
+    def expect_clear(self):
+        if not CLEARED.search(self.output):
+            raise Failure(f"the screen is not cleared: {self.output[-200:]}")

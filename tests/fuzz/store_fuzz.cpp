@@ -1,0 +1,87 @@
+// Feeds the store with lines and whole files and compares what it makes of them with a plain model
+// of the format. Works on the file named below, in the current directory, and as root only.
+
+#undef NDEBUG
+#include <cassert>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "config/config_file.h"
+#include "config/evseccfg.h"
+
+namespace {
+
+constexpr const char* kFile = "opr/config/alpha/actnode.prf";
+bool Write(const std::string& text) { return (std::ofstream(kFile) << text).good(); }
+std::string Read() { return {std::istreambuf_iterator<char>(std::ifstream(kFile).rdbuf()), {}}; }
+
+using Record = std::pair<std::string, std::string>;  // both masks with their comma; mode
+
+std::vector<Record> ModelRead(const std::string& text) {
+  std::vector<Record> records;
+  for (std::size_t at = 0, length = 0; at < text.size(); at += length) {
+    length = std::min({text.find('\n', at), text.size() - 1, at + 254}) + 1 - at;
+    std::string line = text.substr(at, length).c_str();  // NOLINT: a zero byte ends it
+    while (!line.empty() && static_cast<unsigned char>(line.back()) <= ' ') line.pop_back();
+    line.erase(0, line.find_first_not_of(' '));
+    if (!line.starts_with("-n=")) continue;
+    std::istringstream fields(line.substr(3));
+    std::string part[3];
+    std::getline(std::getline(std::getline(fields, part[0], ','), part[1], ','), part[2]);
+    records.emplace_back(part[0].substr(0, 64) + ',' + part[1].substr(0, 32), part[2].substr(0, 1));
+  }
+  return records;
+}
+
+std::string ModelText(const std::vector<Record>& records) {
+  std::string text =
+      "#Event external security configuration\n#Format: -n=nodemask,usermask,mode(D|E|W)\n";
+  for (const auto& [masks, mode] : records) {
+    text += "-n=" + masks + "," + (mode > " " ? mode : "") + "\n";
+  }
+  return text;
+}
+
+void CheckLine(const std::string& text) {
+  std::vector<char> line(text.c_str(), text.c_str() + text.size() + 1);  // and not a byte more
+  WLNSTrimLine(line.data());
+  WLNSRec rec{};
+  if (line.front() != '\0') WLNSParseLine(&rec, line.data() + 3);
+  for (const auto& [masks, mode] : ModelRead(text)) {
+    assert(std::string(rec.nodemask) + ',' + rec.usermask == masks && rec.mode == *mode.c_str());
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
+  const std::string text(data, data + size);
+  const std::vector<Record> records = ModelRead(text);
+  CheckLine(text.substr(0, std::min<std::size_t>(255, text.find('\n'))));
+  assert(Write(text) && WLNSWriteRecs(WLNSGetAllRecs()) == 0 && Read() == ModelText(records));
+  assert(WLNSWriteRecs(WLNSGetAllRecs()) == 0 && Read() == ModelText(records));
+
+  // The last byte chooses one of the records, or a new one, to be deleted and updated.
+  std::vector<Record> rest = records;
+  std::vector<Record> updated = records;
+  updated.emplace_back("new,pair", "");
+  const std::string masks = updated[size == 0 ? 0 : data[size - 1] % updated.size()].first;
+  const auto first = std::ranges::find(updated, masks, &Record::first);
+  const bool listed = first + 1 != updated.end();
+  if (listed) rest.erase(rest.begin() + (first - updated.begin()));
+  if (listed) updated.pop_back();
+  first->second = "DEW"[size % 3];
+
+  WLNSRec rec{};
+  CopyText(rec.nodemask, masks.substr(0, masks.find(',')));
+  CopyText(rec.usermask, masks.substr(masks.find(',') + 1));
+  rec.mode = first->second.front();
+  if (*rec.nodemask == '\0' || *rec.usermask == '\0') return 0;  // names no record
+  assert(Write(text) && WLNSDeleteRec(&rec) == 0 && Read() == (listed ? ModelText(rest) : text));
+  assert(Write(text) && WLNSUpdateRec(&rec) == 0 && Read() == ModelText(updated));
+  rec.mode = '\0';
+  assert(WLNSGetRec(&rec) == 0 && rec.mode == first->second.front());
+  return 0;
+}
