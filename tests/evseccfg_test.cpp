@@ -37,18 +37,6 @@ TEST_F(StoreTest, OrdinaryUserReadsAndChangesNothing) {
   [[maybe_unused]] const int as_before = seteuid(getuid());
 }
 
-TEST_F(StoreTest, ManyMasksInFileOrder) {
-  std::string text;
-  std::string expected;
-  for (int i = 20000; i-- > 0;) {
-    const std::string rec = std::to_string(i) + ",u,E";
-    text.append("-n=").append(rec).append("\n-n=").append(rec).append("\n");
-    expected.append(rec).append(";");
-  }
-  WriteFile(kFile, text);
-  EXPECT_TRUE(TakeText(WLNSListNodeMasks("")) == expected);
-}
-
 TEST(RecordList, HasMask) {
   WLNSRec last{"b", "v", 'E', nullptr};
   const WLNSRec list{"a", "u", 'E', &last};

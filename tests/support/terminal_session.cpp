@@ -5,6 +5,7 @@
 #include <poll.h>
 #include <pty.h>
 #include <sys/ioctl.h>
+#include <sys/mman.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -19,8 +20,7 @@
 #include <system_error>
 #include <utility>
 
-// Writes the counters of a coverage build, which _exit would lose; absent from
-// any other build. Instrumented code refers to it, so it needs no link option.
+// Writes the counters of a coverage build, which _exit would lose; absent from any other build.
 // NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the given name.
 extern "C" void __gcov_exit() __attribute__((weak));
 
@@ -32,7 +32,6 @@ constexpr std::chrono::seconds kPatience{10};
 constexpr std::chrono::seconds kExitPatience{30};
 constexpr int kPauseMilliseconds = 1;
 constexpr std::size_t kMostPerDrain = 1 << 16;  // a flood must not hide time
-constexpr char kResultEnd = '\0';               // tells an empty result from none
 
 const VTermScreenCallbacks* Callbacks() {
   static VTermScreenCallbacks callbacks{};
@@ -70,15 +69,11 @@ std::string ProcLine(pid_t pid, const char* name) {
   return line;
 }
 
-// The state alone cannot tell a wait for a key from one for a child, but it is
-// all there is when the system call may not be read.
+// The state alone cannot tell a wait for a key from one for a child, but may be all there is.
 bool AsleepForKey(pid_t pid) {
   const std::string stat = ProcLine(pid, "stat");
-  const std::size_t name_end = stat.rfind(')');
-  if (name_end == std::string::npos || stat.compare(name_end, 3, ") S") != 0) {
-    return false;
-  }
   const std::string call = ProcLine(pid, "syscall");
+  if (stat.find(") S") == std::string::npos) return false;
   return call.empty() || call.starts_with(std::to_string(SYS_ppoll) + " ") ||
          call.starts_with(std::to_string(SYS_read) + " 0x0 ");
 }
@@ -87,8 +82,7 @@ void PinEnvironment(const TerminalOptions& options) {
   std::vector<std::string> pinned{std::string("TERM=") + options.term, "LC_ALL=C", "ESCDELAY=25"};
   for (const char* name :
        {"PATH", "ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS", "GCOV_PREFIX"}) {
-    const char* value = std::getenv(name);
-    if (value) pinned.push_back(std::string(name) + "=" + value);
+    if (const char* value = std::getenv(name)) pinned.push_back(std::string(name) + "=" + value);
   }
   pinned.insert(pinned.end(), options.env.begin(), options.env.end());
   clearenv();
@@ -108,7 +102,6 @@ void PinSignals() {
   sigprocmask(SIG_SETMASK, &none, nullptr);
 }
 
-// An exception out of `body` ends the child by SIGABRT, its text on the screen.
 [[noreturn]] void RunChild(const std::function<int(int)>& body, int result,
                            const TerminalOptions& options) noexcept {
   PinEnvironment(options);
@@ -130,9 +123,8 @@ int StartProgram(std::vector<std::string> argv) {
 }
 
 int ReportResult(const std::function<std::string()>& body, int fd) {
-  const std::string text = body() + kResultEnd;
-  FILE* pipe = fdopen(fd, "w");
-  return pipe && std::fwrite(text.data(), text.size(), 1, pipe) == 1 ? 0 : 1;
+  const std::string text = body();
+  return write(fd, text.data(), text.size()) == static_cast<ssize_t>(text.size()) ? 0 : 1;
 }
 
 }  // namespace
@@ -156,27 +148,22 @@ TerminalSession::TerminalSession(const ChildBody& body, const TerminalOptions& o
 
 TerminalSession::~TerminalSession() {
   if (Ended()) return;
-  Kill();
+  kill(-pid_, SIGKILL);
   waitpid(pid_, nullptr, 0);
 }
 
 void TerminalSession::Fork(const ChildBody& body, const TerminalOptions& options) {
-  int ends[2];
   int master = -1;
-  Checked(pipe2(ends, O_CLOEXEC), "pipe");
-  result_pipe_.Reset(ends[0]);
-  Descriptor writer;
-  writer.Reset(ends[1]);
+  result_.Reset(Checked(memfd_create("result", MFD_CLOEXEC), "result"));
   const winsize size = WindowSize(rows_, cols_);
   (void)std::fflush(nullptr);
   pid_ = Checked(forkpty(&master, nullptr, nullptr, &size), "forkpty");
-  if (pid_ == 0) RunChild(body, writer.get(), options);
+  if (pid_ == 0) RunChild(body, result_.get(), options);
   master_.Reset(master);
   slave_.Reset(open(ptsname(master), O_RDWR | O_NOCTTY | O_CLOEXEC));
   EXPECT_GE(slave_.get(), 0) << "cannot watch the keys not yet taken";
   fcntl(master, F_SETFD, FD_CLOEXEC);
   fcntl(master, F_SETFL, O_RDWR | O_NONBLOCK);
-  fcntl(result_pipe_.get(), F_SETFL, O_NONBLOCK);
 }
 
 std::unique_ptr<TerminalSession> TerminalSession::Run(std::vector<std::string> argv,
@@ -201,16 +188,12 @@ std::size_t TerminalSession::Drain() {
     total += size;
     vterm_input_write(terminal_.get(), buffer, size);
   }
-  while ((count = read(result_pipe_.get(), buffer, sizeof buffer)) > 0) {
-    result_.append(buffer, static_cast<std::size_t>(count));
-  }
   return total;
 }
 
 void TerminalSession::Pause() const { NothingToRead(master_.get(), kPauseMilliseconds); }
 
-// The order matters: the keys are gone before the child is seen asleep, and
-// what it wrote before falling asleep is read after that.
+// The keys must be gone before the child is seen asleep, and what it wrote before that be read.
 bool TerminalSession::Quiet() {
   return NothingToRead(slave_.get(), 0) && AsleepForKey(pid_) && Drain() == 0 &&
          NothingToRead(slave_.get(), 0) && AsleepForKey(pid_);
@@ -219,11 +202,6 @@ bool TerminalSession::Quiet() {
 bool TerminalSession::Ended() {
   if (!ended_) ended_ = waitpid(pid_, &wait_status_, WNOHANG) == pid_;
   return ended_;
-}
-
-void TerminalSession::Kill() const {
-  kill(-pid_, SIGKILL);  // the group, as it may be waiting for a command
-  kill(pid_, SIGKILL);
 }
 
 void TerminalSession::Send(std::string_view keys) {
@@ -308,25 +286,21 @@ bool TerminalSession::Reverse(int row, int col) const {
 }
 
 int TerminalSession::ExitStatus() {
-  const auto deadline = Clock::now() + kExitPatience;
-  while (!Ended() && Clock::now() < deadline) {
+  for (const auto deadline = Clock::now() + kExitPatience; !Ended();) {
     if (Drain() == 0) Pause();
+    if (Clock::now() > deadline) {
+      ADD_FAILURE() << "the child did not end\n" << Screen();
+      kill(-pid_, SIGKILL);  // the group, as it may be waiting for a command
+    }
   }
-  if (!Ended()) {
-    ADD_FAILURE() << "the child did not end\n" << Screen();
-    Kill();
-    ended_ = waitpid(pid_, &wait_status_, 0) == pid_;
-  }
-  while (Drain() > 0 && Clock::now() < deadline) {
+  while (Drain() > 0) {
   }
   return WIFSIGNALED(wait_status_) ? -WTERMSIG(wait_status_) : WEXITSTATUS(wait_status_);
 }
 
 std::string TerminalSession::Result() {
-  const int status = ExitStatus();
-  if (!result_.ends_with(kResultEnd)) {
-    ADD_FAILURE() << "no result, exit status " << status << '\n' << Screen();
-    return result_;
-  }
-  return result_.substr(0, result_.size() - 1);
+  EXPECT_EQ(ExitStatus(), 0) << "no result\n" << Screen();
+  std::string text(static_cast<std::size_t>(lseek(result_.get(), 0, SEEK_END)), '\0');
+  EXPECT_EQ(pread(result_.get(), text.data(), text.size(), 0), static_cast<ssize_t>(text.size()));
+  return text;
 }

@@ -89,16 +89,14 @@ class TerminalSession {
   void Pause() const;
   bool Quiet();
   bool Ended();
-  void Kill() const;
 
   int rows_, cols_;
   std::unique_ptr<VTerm, void (*)(VTerm*)> terminal_;
   VTermScreen* screen_;  // part of the terminal
   int bells_ = 0;
-  std::string result_;
   pid_t pid_ = -1;
   bool ended_ = false;
   int wait_status_ = 0;
-  Descriptor result_pipe_, master_;
+  Descriptor result_, master_;
   Descriptor slave_;  // never read: shows which keys the child has not taken
 };
