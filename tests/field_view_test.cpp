@@ -9,11 +9,11 @@ TEST(FieldView, LineFitsTheWindowAndMarksWhatIsHidden) {
       10 abcdefg 3 <defg] 10 abcdefg 4 <efg]. 10 abc 9 <].... 5 abc 0 [> 1 a 1 <])");
   ScreenField field = Field(1, 4, 9, "field");
   EXPECT_EQ(FieldLine(field, 0, 10), "[]    ");
-  int columns = 0, offset = 0;
-  for (std::string value, line; cases >> columns >> value >> offset >> line;) {
+  for (std::string columns, value, offset, line; cases >> columns >> value >> offset >> line;) {
     field.value = value.data();
     std::replace(line.begin(), line.end(), '.', ' ');
-    EXPECT_EQ(FieldLine(field, offset, columns), line) << value << " on " << columns;
+    EXPECT_EQ(FieldLine(field, std::stoi(offset), std::stoi(columns)), line)
+        << value << " on " << columns;
   }
   EXPECT_EQ(VisibleEnd(Field(1, 4, 300, "wide"), 400), 4 + kMaxFieldWidth);
 }

@@ -8,15 +8,15 @@
 // the keyboard, Z and E put the end of a file or a file that cannot be read in its place.
 static std::string ReadKeys(const std::string& /*start*/) {
   HoldInterrupts();
-  signal(SIGINT, Shutdown);
-  signal(SIGHUP, SIG_IGN);
-  signal(SIGUSR1, [](int) {});
+  (void)signal(SIGINT, Shutdown);
+  (void)signal(SIGHUP, SIG_IGN);
+  (void)signal(SIGUSR1, [](int) {});
   WINDOW* window = OpenForm(SelectScreen, "");
   MenuCursorRow = 7;
   std::string codes;
   for (int key = 0; key != '\n' && key != 'J' && key != ERR; codes += std::to_string(key) + ",") {
     key = ReadKey(window);
-    if (key == 'I' || key == 'J') raise(SIGINT);
+    if (key == 'I' || key == 'J') (void)raise(SIGINT);
     if (key == 'C') close(STDIN_FILENO);
     if (key == 'Z' || key == 'E') dup2(open(key == 'Z' ? "/dev/null" : "/", O_RDONLY), 0);
   }
@@ -32,8 +32,8 @@ TEST(ReadKey, KeysAndSequencesComeBackAsCodesAndAreTraced) {
     - ^ O P ^ O Q ^ O R ^ O S $ = 265,266,267,268,10,)",
        ReadKeys);
   Play("- ^OP^OM#\x7f^[C$ = 265,343,330,127,261,10, - ^ O x $ = 10,", ReadKeys, {.term = "vt100"});
-  const std::string at = " received at position(7,0)\n",
-                    bracket = "Key: \x1b, 0X1b" + at + "escape key hit\nKey: [, 0X5b" + at;
+  const std::string at = " received at position(7,0)\n";
+  const std::string bracket = "Key: \x1b, 0X1b" + at + "escape key hit\nKey: [, 0X5b" + at;
   EXPECT_EQ(Play("- ^OA^[B^[P$ = 259,258,10,", ReadKeys),
             "259,258,10,\nKey: \x03, 0X103" + at + bracket + "Key: B, 0X42" + at + bracket +
                 "Key: P, 0X50" + at + "ignoring key\nKey: \n, 0Xa" + at);

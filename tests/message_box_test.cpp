@@ -1,10 +1,10 @@
 #include "support/toolkit.h"
 
-static ScreenField form[] = {Field(9, 20, 9, "field"), kEnd};
+static constinit ScreenField form[] = {Field(9, 20, 9, "field"), kEnd};
 
 // Asks a question of a type; behind the type, the number of characters between the braces.
 static std::string Ask(const std::string& start) {
-  const std::string text = "{" + std::string(std::stoul("0" + start.substr(1)), 'x') + "}";
+  const std::string text = '{' + std::string(std::stoul('0' + start.substr(1)), 'x') + '}';
   WINDOW* window = OpenForm(form, "value");
   const int answer = MessageBox(window, text.c_str(), start[0] - '0');
   ReadKey(window);
@@ -24,9 +24,8 @@ TEST(MessageBox, ShowsItsTextAndKeysChooseAButton) {
     3 O$ = 3 4 c$ = 4 0 $ = -1 5 $ = -1)",
        Ask);
   EXPECT_TRUE(Play("3 $ = -1", Ask, {.rows = 9}).starts_with("-1\nEnter MessageBox\nKey: \n"));
-  Play("3 $ = -1", Ask, {.cols = 49});
   const std::string trace = Play("2 n$ = 2", Ask, {.rows = 10, .cols = 50});
-  EXPECT_NE(trace.find("\nMessage box type: 2, Button selected: 1\nExit MessageBox\n"), trace.npos);
+  EXPECT_LT(trace.find("Message box type: 2, Button selected: 1\nExit MessageBox\n"), trace.size());
   const auto box = TerminalSession::Call([] { return Ask("2"); });
   EXPECT_TRUE(box->WaitFor("{}") && box->Reverse(15, 62) && !box->Reverse(15, 40));
 }

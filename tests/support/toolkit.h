@@ -15,7 +15,7 @@
 #include "support/test_files.h"
 
 // A field at (row, column), with its label under it.
-constexpr ScreenField Field(int row, int column, int width, const char* name) {
+constexpr ScreenField Field(int row, int column, int width, const char* name) noexcept {
   return {row, column, "-", row, column, nullptr, width, 0, name};
 }
 constexpr ScreenField kEnd = Field(kTableEnd, kTableEnd, 0, nullptr);
@@ -34,9 +34,15 @@ inline WINDOW* OpenForm(ScreenField* table, const std::string& value) {
   return window;
 }
 
-// Plays stories: the start of `body`; keys (^ is Escape, # Ctrl-H, $ Enter), "%rows,columns" for a
-// new size, "text@row,column,bells" for what shows then (_ is a blank, ! stands before the cursor);
-// "=" and what `body` returns. Returns that and the trace of the last story.
+// What keys send: ^ is Escape, # Ctrl-H and $ Enter.
+inline std::string Keys(std::string names) {
+  for (char& c : names) c = c == '^' ? '\x1b' : c == '#' ? '\b' : c == '$' ? '\r' : c;
+  return names;
+}
+
+// Plays stories: the start of `body`, then Keys, "%rows,columns" for a new size of the terminal and
+// "text@row,column" for what must show (_ is a blank, ! stands before the cursor, behind it all a *
+// for every bell so far); behind "=" the result. Returns the last result and its trace.
 inline std::string Play(const std::string& stories, std::string (*body)(const std::string&),
                         const TerminalOptions& options = {}) {
   std::istringstream words(stories);
@@ -44,25 +50,23 @@ inline std::string Play(const std::string& stories, std::string (*body)(const st
   for (std::string start, word; words >> start;) {
     const auto terminal = TerminalSession::Call(
         [&] { return body(start).append("\n").append(ReadFile(LogFileName)); }, options);
-    for (std::string story = start; words >> word && word != "="; story += " " + word) {
+    for (std::string story = start; words >> word && word != "="; story += ' ' + word) {
       EXPECT_TRUE(terminal->Settle()) << story << "\n" << terminal->Screen();
-      const std::size_t at = word.find_first_of("%@");
-      int row = 0, column = 0, bells = 0;
+      const std::size_t at = std::min(word.find_first_of("%@"), word.size());
+      Position place{};
       char comma = 0;
-      std::istringstream(word.substr(at + 1)) >> row >> comma >> column >> comma >> bells;
-      if (at == 0) terminal->Resize(row, column);
-      std::string keys = at == word.npos ? word : "";
-      for (char& c : keys) c = c == '^' ? '\x1b' : c == '#' ? '\b' : c == '$' ? '\r' : c;
-      terminal->Send(keys);
-      if (at == 0 || at == word.npos) continue;
-      const std::size_t marks = word.find('!') < at ? 1 : 0, from = static_cast<unsigned>(column);
-      std::string seen = terminal->Row(row).substr(from, at - marks);
-      const auto [y, x] = terminal->Cursor();
-      const auto cursor = static_cast<unsigned>(x) - from;
-      if (marks > 0 && y == row && cursor <= seen.size()) seen.insert(cursor, "!");
+      std::istringstream(word.substr(at)) >> comma >> place.row >> comma >> place.col;
+      if (at == word.size()) terminal->Send(Keys(word));
+      if (at == 0) terminal->Resize(place.row, place.col);
+      if (at == word.size() || at == 0) continue;
+      const Position cursor = terminal->Cursor();
+      const auto before = static_cast<unsigned>(cursor.col - place.col);
+      const std::size_t length = word.find('!') < at ? at - 1 : at;
+      std::string seen = terminal->Row(place.row).substr(static_cast<unsigned>(place.col), length);
+      if (length < at && cursor.row == place.row && before <= length) seen.insert(before, 1, '!');
       std::replace(seen.begin(), seen.end(), ' ', '_');
       EXPECT_EQ(seen, word.substr(0, at)) << story;
-      EXPECT_EQ(terminal->Bells(), bells) << story;
+      EXPECT_EQ(terminal->Bells(), std::ranges::count(word.substr(at), '*')) << story;
     }
     words >> word;
     result = terminal->Result();
