@@ -45,7 +45,7 @@ TEST(FormEngine, KeysEditTheFieldUnderTheCursor) {
     abcdefgh ^x [!bcdefg>|@2,1 ^l^l^x# [b!efgh]_|@2,1 $ = befgh*
     abc ^1^[20~^[21~^[23~^[24~^[1;2P !@2,2 $ = abc2a10a11a12a13a
     ABCDEF ^h^l^lXY [ABXY!EF]|@2,1 ## [AB!EF]__|@2,1 $ = ABEF* locked x#^x^j^1 !@0,0 $ = locked2-
-    - abcdefgh^[15~#X [X!]_____|@4,1* $ = abcdefgh*6a - abcdefg^h^h^x [abcde!g]|@2,1 $ = abcdeg*
+    - abcdefgh^[15~#X [X!]_____|@4,1* $ = abcdefgh*6a abcdefgh %8,14 [!abcdefgh]@2,1 $ = abcdefgh
     - abcdefgh^[17~X <CDEFGH!]|@2,1* $ = ABCDEFGH*7a abc ^4X#^x^l^h [abc!]___|@2,1**** $ = abc5a)",
        RunForm, {.rows = 8, .cols = 10});
   Play("abc \x7f$ = bc*", RunForm, {.rows = 8, .cols = 10, .term = "vt100"});

@@ -11,7 +11,7 @@ TEST_F(ProgramTest, RefusesABadCommandLine) {
     Start(arguments);
     EXPECT_EQ(terminal_->ExitStatus(), 1) << arguments.front();
     std::string usage = terminal_->Screen();
-    for (std::size_t at = 0; (at = usage.find(" \n")) != usage.npos;) usage.erase(at, 1);
+    for (std::size_t at = 0; (at = usage.find(" \n")) != std::string::npos;) usage.erase(at, 1);
     EXPECT_EQ(usage.substr(0, usage.find_last_not_of('\n') + 1), R"(nodewarden syntax
 
 nodewarden [-d ] [-f log_file]
