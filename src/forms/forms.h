@@ -81,7 +81,8 @@ ScreenField* FindField(ScreenField* table, const char* name);
 ScreenField* FindFieldAt(ScreenField* table, int row, int column);
 
 // Return the field that Down and Up lead to from `current`: the first one of the next line, or of
-// the previous line, that has enterable fields, wrapping around; `current` when there is none.
+// the previous line, that has enterable fields, wrapping around; where all fields stand on one
+// line, the first of them or `current`.
 ScreenField* NextField(ScreenField* table, ScreenField* current);
 ScreenField* PrevField(ScreenField* table, ScreenField* current);
 

@@ -67,15 +67,16 @@ class ItemTable {
 // Which items show, and which of them the cursor marks.
 struct Page {
   int count;
+  int size = kPageSize;  // item rows that show; fewer where a terminal that shrank has cut the box
   int top = 0;
   int row = kFirstItemRow;
 
   [[nodiscard]] int Item() const { return top + row - kFirstItemRow; }
 
   void Down() {
-    if (row < kFirstItemRow + kPageSize - 1 && Item() + 1 < count) {
+    if (row < kFirstItemRow + size - 1 && Item() + 1 < count) {
       ++row;
-    } else if (top + kPageSize < count) {
+    } else if (top + size < count) {
       ++top;
     }
   }
@@ -105,14 +106,16 @@ void MoveInList(WINDOW* box, const ItemTable& items, Page& page, int key) {
     page.Up();
   }
   if (page.top != top_before) {
-    PaintListBox(box, items.texts(), page.top, items.count(), kPageSize);
+    PaintListBox(box, items.texts(), page.top, items.count(), page.size);
   }
 }
 
-// Puts the cursor on the marked item, which must show: the box may have shrunk with the terminal.
-void PlaceCursor(WINDOW* box, Page& page) {
-  page.row = std::max(std::min(page.row, getmaxy(box) - 1), kFirstItemRow);
-  wmove(box, page.row, kTextColumn);
+// Puts the cursor on the marked item, or on the last one that a box which has shrunk still shows.
+// Returns whether there is one to see.
+bool PlaceCursor(WINDOW* box, Page& page) {
+  page.size = std::clamp(getmaxy(box) - kFirstItemRow, 1, kPageSize);
+  page.row = std::min(page.row, kFirstItemRow + page.size - 1);
+  return wmove(box, page.row, kTextColumn) == OK && page.count > 0;
 }
 
 // Lets the operator move through the list. Returns the index of the chosen item, -1 when the list
@@ -120,10 +123,10 @@ void PlaceCursor(WINDOW* box, Page& page) {
 int ChooseItem(WINDOW* box, const ItemTable& items) {
   Page page{items.count()};
   for (;;) {
-    PlaceCursor(box, page);
+    const bool item_shows = PlaceCursor(box, page);
     Refresh(box);
     const int key = ReadKey(box);
-    if (IsEnterKey(key) && items.count() > 0) {
+    if (IsEnterKey(key) && item_shows) {
       FieldsModified = 1;
       TraceFormat("Cursor position:  (%d,%d)", page.row, kTextColumn);
       return page.Item();

@@ -15,7 +15,7 @@ inline constexpr chtype kVerticalBorder = '|';
 inline constexpr chtype kHorizontalBorder = '-';
 
 // Opens a cleared and bordered window with keypad translation at (row, column) of the screen; null
-// when it cannot be created or does not fit on the screen.
+// when it cannot be created or is larger than the screen.
 WindowPtr OpenWindow(int rows, int columns, int row, int column);
 
 // Opens such a window in the middle of the screen.

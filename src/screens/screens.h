@@ -13,11 +13,12 @@
 // The mode words in the order in which they are listed, closed by "".
 extern const char* const ModeNames[];
 
-// Opens the form with empty fields, to add a record.
+// Opens the form with empty masks and the mode "ENABLED", to add a record.
 int AddCfg(WINDOW* parent);
 
 // Opens the form for the record with the two masks, to change its mode; an empty `nodeMask` means
-// to add a record. A record that is not there is reported over `parent`, and the result is 0.
+// to add a record. A record that is not there is reported over `parent`, and the result is 0. The
+// program is shut down when there is no memory to look it up.
 int UpdCfg(WINDOW* parent, const char* nodeMask, const char* useridMask);
 
 int UpdCfgKeys(WINDOW* win, int code, ScreenField* field);

@@ -12,7 +12,8 @@ inline constexpr int kTraceLineLength = 79;  // most bytes of a line, its newlin
 // Not 0 when tracing is on.
 extern int DebugTrace;
 
-// The path of the trace file on the heap, never freed; null until -f or the first line sets it.
+// The path of the trace file, on the heap and owned here; null until -f or the first line sets it.
+// SetLogFileName replaces it, nothing else frees it.
 extern char* LogFileName;
 
 // The result of the last open. The stream behind it is closed again and must not be used: not null

@@ -121,7 +121,7 @@ def main(program, seconds="60", seed=None):
             work, [(program, int(seconds), first + worker, workers) for worker in range(workers)])
     runs, typed, changed, failures = (sum(column[1:], column[0]) for column in zip(*results))
     print(f"{runs} runs, {typed} bytes typed, the file changed in {changed} runs", flush=True)
-    sys.exit("\n".join(failures))
+    sys.exit("\n".join(failures) or 0)
 
 
 main(*sys.argv[1:])
