@@ -87,9 +87,9 @@ int HandleFormKey(const FormScreen& screen, WINDOW* win, int code, ScreenField* 
     case CODE_F4:
       TraceLog("PF4 key");
       ListValues(screen, win, field);
-      return 0;
+      return kStay;
     default:
-      return 0;
+      return kStay;
   }
 }
 

@@ -13,6 +13,7 @@ sigset_t Interrupts() {
   sigset_t interrupts;
   sigemptyset(&interrupts);
   sigaddset(&interrupts, SIGINT);
+  sigaddset(&interrupts, SIGTSTP);
   sigaddset(&interrupts, SIGWINCH);
   return interrupts;
 }
@@ -44,6 +45,7 @@ sigset_t KeyWaitMask() {
   sigset_t mask;
   sigprocmask(SIG_SETMASK, nullptr, &mask);
   sigdelset(&mask, SIGINT);
+  sigdelset(&mask, SIGTSTP);
   sigdelset(&mask, SIGWINCH);
   return mask;
 }
