@@ -3,7 +3,7 @@
 #include <new>
 #include <utility>
 
-#include "forms/forms.h"
+#include "forms/table_access.h"
 #include "shell/trace_log.h"
 
 namespace {
@@ -12,14 +12,6 @@ namespace {
 char* NewBuffer(int size) { return new (std::nothrow) char[static_cast<std::size_t>(size)]{}; }
 
 bool IsDynamic(const ScreenField& row) { return (row.flags & FLD_DYNLABEL) != 0; }
-
-// Fills a buffer of length + 1 bytes with `text`, cut to its length, and zero bytes.
-void FillBuffer(char* buffer, int length, const char* text) {
-  const auto room = static_cast<std::size_t>(length);
-  const std::size_t used = strnlen(text, room);
-  std::memmove(buffer, text, used);
-  std::memset(buffer + used, 0, room + 1 - used);
-}
 
 }  // namespace
 
@@ -61,16 +53,12 @@ int FreeScreenFields(ScreenField* table) {
   return 0;
 }
 
-void SetLabel(ScreenField* row, const char* text) {
-  if (IsDynamic(*row) && row->label != nullptr) {
-    // The label of such a row is a buffer of this store, whatever the type of the member says.
-    FillBuffer(const_cast<char*>(row->label), kDynamicLabelSize - 1, text);
-  }
-}
-
 void SetValue(ScreenField* field, const char* text) {
   if (field != nullptr && field->value != nullptr) {
-    FillBuffer(field->value, field->width, text);
+    const auto width = static_cast<std::size_t>(field->width);
+    const std::size_t used = strnlen(text, width);
+    std::memmove(field->value, text, used);
+    std::memset(field->value + used, 0, width + 1 - used);
   }
 }
 

@@ -7,6 +7,8 @@
 
 #include "forms/forms.h"
 
+inline constexpr int kMaxFieldWidth = 256;  // most bytes of a value that are drawn on a line
+
 // The column just right of the last one that shows a character of the value; `columns` is the width
 // of the window. The closing mark stands there when the visible part is full, always left of the
 // right border.

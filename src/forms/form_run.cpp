@@ -1,17 +1,178 @@
 #include "forms/form_run.h"
 
-constinit FormRun* CurrentForm = nullptr;
+#include <algorithm>
+#include <cstring>
+#include <string>
 
-FormRun* FindForm(const WINDOW* window) {
-  FormRun* form = CurrentForm;
-  while (form != nullptr && form->window != window) {
-    form = form->outer;
+#include "forms/field_view.h"
+#include "forms/screen_painter.h"
+#include "forms/table_access.h"
+#include "forms/text.h"
+#include "shell/trace_log.h"
+
+namespace {
+
+constexpr int kCtrlH = 8;
+constexpr int kDelete = 127;
+constexpr int kLowByte = 0xff;
+
+Edit ApplyKey(LineEditor& line, int key) {
+  switch (key) {
+    case KEY_LEFT:
+      return line.Left();
+    case KEY_RIGHT:
+      return line.Right();
+    case kCtrlH:
+    case KEY_BACKSPACE:
+      return line.EraseLeft();
+    case kDelete:
+    case KEY_DC:
+      return line.EraseUnder();
+    default:
+      const int character = key & kLowByte;
+      return IsPrintable(character) ? line.Type(static_cast<char>(character)) : Edit::kNothing;
   }
-  return form;
 }
 
-void ForgetScroll(const WINDOW* window) {
-  if (FormRun* form = FindForm(window); form != nullptr) {
-    form->ScrollOffset = 0;
+void TraceValue(const char* which, const char* value) {
+  TraceFormat("%s String:  <%s>; Len=%d", which, value, static_cast<int>(std::strlen(value)));
+}
+
+// Traces a change of the value `text`, which showed as `before` and stands as `after` now: both
+// values and, where a character was removed, those beside it that showed.
+void TraceChange(const std::string& text, const LineEditor& before, const LineEditor& after) {
+  const int length = static_cast<int>(text.size());
+  TraceValue("Old", text.c_str());
+  if (after.Length() < length) {
+    for (int index = before.offset; index < std::min(length, before.offset + before.room);
+         ++index) {
+      if (index != after.cursor) {  // which is where the removed one was
+        TraceFormat("Extract char:  <%c>", text[static_cast<std::size_t>(index)]);
+      }
+    }
   }
+  TraceValue("New", after.value);
+}
+
+}  // namespace
+
+FormRun::FormRun(WINDOW* window, ScreenField* table) : Layer(window), table_(table) {
+  Take(FirstField(table));
+}
+
+FormRun* FormRun::On(const WINDOW* window) {
+  for (Layer* layer = Bottom(); layer != nullptr; layer = layer->above()) {
+    if (auto* form = dynamic_cast<FormRun*>(layer); form != nullptr && form->window() == window) {
+      return form;
+    }
+  }
+  return nullptr;
+}
+
+bool FormRun::LayOut() {
+  if (field_ != nullptr) {
+    Measure();
+    line_.Fit();
+  }
+  Show();
+  return true;
+}
+
+ScreenField* FormRun::Current() const {
+  const bool in_sight = field_ != nullptr && field_->field_row < getmaxy(window()) &&
+                        field_->field_column < getmaxx(window());
+  return in_sight ? field_ : nullptr;
+}
+
+void FormRun::Enter(ScreenField* field) {
+  Take(field);
+  Show();
+}
+
+void FormRun::Adopt() {
+  Cursor at{};
+  getyx(window(), at.row, at.column);
+  if (field_ != nullptr && at == Place()) {
+    return;
+  }
+  ScreenField* found = FindFieldAt(table_, at.row, at.column);
+  if (found != field_) {
+    Take(found);
+  }
+  if (field_ == nullptr) {
+    return;
+  }
+  const int shown_at = at.column - field_->field_column;
+  line_.cursor = line_.offset + shown_at;
+  if (shown_at > line_.room) {
+    Take(found);
+  }
+  Show();
+}
+
+void FormRun::EditKey(int key) {
+  ScreenField* field = Current();
+  if (field == nullptr) {
+    return;
+  }
+  if (key == KEY_DOWN || key == KEY_UP) {
+    MoveToField(window(), key == KEY_DOWN ? NextField(table_, field) : PrevField(table_, field));
+    return;
+  }
+  const std::string text = line_.value;
+  const LineEditor before = line_;
+  switch (ApplyKey(line_, key)) {
+    case Edit::kNothing:
+      return;
+    case Edit::kRefused:
+      beep();
+      return;
+    case Edit::kChanged:
+      FieldsModified = 1;
+      TraceChange(text, before, line_);
+      break;
+    case Edit::kMoved:
+      break;
+  }
+  Show();
+}
+
+int FormRun::OffsetOf(const ScreenField& field) const {
+  return &field == field_ ? line_.offset : 0;
+}
+
+FormRun::Cursor FormRun::Place() const {
+  return Current() != nullptr
+             ? Cursor{field_->field_row, field_->field_column + line_.cursor - line_.offset}
+             : Cursor{0, 0};
+}
+
+// Makes the field the edited one, at its first character. One without a buffer cannot be edited.
+void FormRun::Take(ScreenField* field) {
+  field_ = field != nullptr && field->value != nullptr ? field : nullptr;
+  if (field_ != nullptr) {
+    line_ = {.value = field_->value,
+             .width = field_->width,
+             .room = 0,
+             .reach = 0,
+             .offset = 0,
+             .cursor = 0};
+    Measure();
+  }
+}
+
+void FormRun::Measure() {
+  const int columns = getmaxx(window());
+  line_.room = VisibleWidth(*field_, columns);
+  // Right of the first column, up to the last one that the closing mark leaves free.
+  line_.reach = std::min(line_.room, columns - 3 - field_->field_column);
+}
+
+// Draws the edited field as it stands and puts the cursor on its character.
+void FormRun::Show() {
+  if (Current() != nullptr) {
+    DrawField(window(), *field_, line_.offset);
+  }
+  const auto [row, column] = Place();
+  wmove(window(), row, column);
 }

@@ -1,26 +1,52 @@
 #pragma once
 
-// The forms under way: how far the field being edited is scrolled is known to the engine, which
-// acts on keys, and to the painter, so that the drawing of a field and the keys in it never
-// disagree.
+// A form under way: which of its fields is edited, at which character, and how that field shows.
 
 #include "forms/forms.h"
+#include "forms/layer.h"
+#include "forms/line_editor.h"
 
-// One run of ProcessWindowData. Forms nest: a handler may open another screen.
-struct FormRun {
-  WINDOW* window;
-  ScreenField* table;
-  FormRun* outer;                 // the form that this one was opened from, or null
-  ScreenField* field = nullptr;   // the field under the cursor, to which the offset belongs
-  ScreenField* edited = nullptr;  // the last field that the cursor was in
-  int ScrollOffset = 0;           // index of the character shown in the field's first column
+// One run of ProcessWindowData, over the layer that shows the rest of the screen. Forms nest: a
+// handler may open another screen, on a window of its own.
+class FormRun final : public Layer {
+ public:
+  // Begins with the first field that may be entered; Adopt then takes over another one.
+  FormRun(WINDOW* window, ScreenField* table);
+
+  // Returns the form that runs on `window`, or null.
+  static FormRun* On(const WINDOW* window);
+
+  // Fits the edited field to the width of its line and puts the cursor on its character again.
+  bool LayOut() override;
+
+  // The field under the cursor. None while its line is outside the screen: the cursor is then at
+  // row 0, column 0, until the line shows again.
+  [[nodiscard]] ScreenField* Current() const;
+
+  // Goes to the first character of the field, null for none.
+  void Enter(ScreenField* field);
+
+  // Goes to the field and character under the window's cursor if others have moved it.
+  void Adopt();
+
+  // Acts on a key in the field under the cursor.
+  void EditKey(int key);
+
+  // Index of the first character of `field` that shows.
+  [[nodiscard]] int OffsetOf(const ScreenField& field) const;
+
+ private:
+  struct Cursor {
+    int row, column;
+    bool operator==(const Cursor&) const = default;
+  };
+  // Where this form puts the cursor.
+  [[nodiscard]] Cursor Place() const;
+  void Take(ScreenField* field);
+  void Measure();
+  void Show();
+
+  ScreenField* table_;
+  ScreenField* field_ = nullptr;  // kept while it is out of sight
+  LineEditor line_{};             // the value of field_
 };
-
-// The innermost form under way, null when there is none.
-extern FormRun* CurrentForm;
-
-// Returns the form that runs on `window`, or null.
-FormRun* FindForm(const WINDOW* window);
-
-// Notes that the window now shows every value from its first character.
-void ForgetScroll(const WINDOW* window);

@@ -1,7 +1,7 @@
 #pragma once
 
-// The form toolkit: screens described by static tables, their input fields and the editing of them,
-// list boxes, message boxes and the one key reader behind all of it.
+// The form toolkit as the screens use it: forms described by static tables, the values of their
+// input fields, list boxes and message boxes.
 //
 // Conventions of the whole toolkit:
 // 1. Rows and columns are curses window coordinates from 0; widths and lengths count bytes, one
@@ -15,7 +15,6 @@
 #include <curses.h>
 
 #include <cstdint>
-#include <span>
 
 // --- Screen tables ---
 
@@ -24,7 +23,6 @@ inline constexpr std::uint32_t FLD_PROTECTED = 0x40;  // the cursor does not sto
 inline constexpr std::uint32_t FLD_HIDDEN = 0x80;     // the value is drawn as asterisks
 
 inline constexpr int kDynamicLabelSize = 80;  // bytes of a FLD_DYNLABEL label
-inline constexpr int kMaxFieldWidth = 256;    // most bytes of a value that are drawn on a line
 inline constexpr int kTableEnd = 255;         // all four positions of a table's sentinel row
 
 // One row of a screen: a label and, where the field positions are not -1, an input field. Tables
@@ -48,13 +46,6 @@ using ScreenTable = ScreenField[];
 extern ScreenTable UpdateScreen;  // the add / update form: fields "node", "userid", "mode"
 extern ScreenTable SelectScreen;  // the selection and delete forms: fields "node", "userid"
 
-// The rows of `table` before its sentinel.
-std::span<ScreenField> Rows(ScreenField* table);
-
-// Whether the row has an input field, and whether the cursor may stop at it.
-bool HasField(const ScreenField& row);
-bool IsEnterable(const ScreenField& row);
-
 // Gives every field of `table` an empty value buffer and every FLD_DYNLABEL row an empty label of
 // kDynamicLabelSize bytes. Returns 0, or -1 at the first allocation that fails: rows before it keep
 // their buffers. Either way FreeScreenFields releases them, and must before the next allocation.
@@ -62,9 +53,6 @@ int AllocScreenFields(ScreenField* table);
 
 // Releases what AllocScreenFields gave to `table`. Returns 0.
 int FreeScreenFields(ScreenField* table);
-
-// Writes `text` into the label of an allocated FLD_DYNLABEL row, cut to the buffer.
-void SetLabel(ScreenField* row, const char* text);
 
 // Makes `text` the value of the field, cut to its width. Does nothing when the field is null or has
 // no value buffer.
@@ -76,19 +64,6 @@ const char* Value(const ScreenField* field);
 // Returns the field called `name`, or null.
 ScreenField* FindField(ScreenField* table, const char* name);
 
-// Returns the field that covers the window position, the column behind its last one included, or
-// null.
-ScreenField* FindFieldAt(ScreenField* table, int row, int column);
-
-// Return the field that Down and Up lead to from `current`: the first one of the next line, or of
-// the previous line, that has enterable fields, wrapping around; where all fields stand on one
-// line, the first of them or `current`.
-ScreenField* NextField(ScreenField* table, ScreenField* current);
-ScreenField* PrevField(ScreenField* table, ScreenField* current);
-
-// Returns the last enterable row, null when there is none.
-ScreenField* LastField(ScreenField* table);
-
 // --- Drawing ---
 
 // Paints the whole screen: border, title (may be null) over the top border, labels, and values from
@@ -96,35 +71,13 @@ ScreenField* LastField(ScreenField* table);
 // first enterable field, or at row 0, column 0. Returns the result of the refresh.
 int PaintScreen(WINDOW* window, ScreenField* table, const char* title);
 
-// Shows the field from its first character and puts the window's cursor there. Returns the curses
-// result of the move; a field outside the window changes nothing.
-int MoveToField(WINDOW* window, const ScreenField* field);
+// Goes to the first character of the field, showing the value from there in the form that runs on
+// the window. Returns the curses result of the move; a field outside the window changes nothing.
+int MoveToField(WINDOW* window, ScreenField* field);
 
 // Draws the field anew after its value was changed, scrolled as it stands, and refreshes the
 // window. The cursor stays.
 void RedrawField(WINDOW* window, const ScreenField* field);
-
-// Writes `title` centred over the top border of the window; a title too long for that begins where
-// the window's cursor stands.
-void DrawTitle(WINDOW* window, const char* title);
-
-// --- Keys ---
-
-inline constexpr int KEY_NEWLINE = 10;  // Enter, as curses delivers the carriage return
-
-inline bool IsEnterKey(int key) { return key == KEY_NEWLINE || key == KEY_ENTER; }
-
-// Has the terminal, in cbreak mode already, answer a read that finds no key at once. Keys that were
-// announced can vanish, flushed by Ctrl-Z and its like; ReadKey must not be caught in curses then,
-// where no interrupt reaches it. Called once at start-up.
-void NeverBlockReads();
-
-// Waits for a key with `window` refreshed and having the input focus, and returns its curses code.
-// Escape sequences of the arrow and function keys, and Escape with a digit, h, j, k, l or x, come
-// back as the key they stand for, Backspace as KEY_DC; Escape itself is never returned. Returns ERR
-// when the wait was interrupted. A window that a shrunken terminal left outside is brought back
-// onto the screen. When the terminal is gone the program is shut down from here.
-int ReadKey(WINDOW* window);
 
 // --- Forms ---
 
@@ -144,7 +97,8 @@ enum HandlerCode : int {
 using KeyHandler = int (*)(WINDOW* window, int code, ScreenField* field);
 
 // Runs the form that PaintScreen has painted on `window` until `handler` ends it. The values stay
-// in the table.
+// in the table. A resized terminal is followed as far as the edited field goes; the rest of the
+// screen is up to the layer below (forms/layer.h).
 void ProcessWindowData(WINDOW* window, ScreenField* table, KeyHandler handler);
 
 // --- List box ---
@@ -158,12 +112,8 @@ using ItemProvider = const char* (*)(ScreenField* field);
 
 // Shows the items of `provider` in a box over `parent` and stores the one the operator chooses in
 // `field`, cut to its width, setting FieldsModified; F3 leaves the field as it is. Returns 0, or -1
-// when the box does not fit on the screen (the provider is then not called).
+// when the box does not fit on the screen (the provider is then not called), or no longer does.
 int ListBox(WINDOW* parent, ScreenField* field, ItemProvider provider);
-
-// Draws one page of the `count` texts in `items` with its markers, from the item `first` (at most
-// `count`) on, at most `page_size` items.
-void PaintListBox(WINDOW* box, const char* const* items, int first, int count, int page_size);
 
 // --- Message box ---
 
@@ -182,6 +132,6 @@ enum MessageBoxAnswer : int {
 };
 
 // Shows `text` with the buttons of `type` in a box over `parent` until one is chosen. Returns the
-// MessageBoxAnswer, or -1 when the box does not fit on the screen, when a terminal that shrinks
-// leaves none of its buttons to see, or when there is no such type.
+// MessageBoxAnswer, or -1 when the box does not fit on the screen, or no longer does, and when
+// there is no such type.
 int MessageBox(WINDOW* parent, const char* text, int type);

@@ -1,3 +1,5 @@
+#include "forms/key_input.h"
+
 #include <poll.h>
 #include <termios.h>
 #include <unistd.h>
@@ -7,10 +9,10 @@
 #include <cerrno>
 #include <span>
 
-#include "forms/forms.h"
-#include "forms/window.h"
+#include "forms/layer.h"
 #include "shell/shell_state.h"
 #include "shell/shutdown.h"
+#include "shell/signals.h"
 #include "shell/trace_log.h"
 
 namespace {
@@ -51,8 +53,8 @@ int Fold(std::span<const KeyCode> codes, int last) {
   return found != codes.end() ? found->code : 0;
 }
 
-// Whether nothing will ever be read again, judged after a poll that reported `events` and a read
-// that found no key and left `read_error` in errno.
+// Whether nothing will ever be read again, judged by what poll reported and by the errno of the
+// read after it, which found no key.
 bool TerminalGone(short events, int read_error) {
   if ((events & (POLLHUP | POLLERR | POLLNVAL)) != 0) {
     return true;
@@ -66,49 +68,61 @@ bool TerminalGone(short events, int read_error) {
   return !passing || isatty(STDIN_FILENO) == 0;
 }
 
-// Takes a key that is there, ERR when there is none.
+// Sleeps until there is input or a signal; the only place where the program does. Returns what poll
+// reports of the input, 0 after a signal.
+short AwaitInput() {
+  pollfd input{STDIN_FILENO, POLLIN, 0};
+  const sigset_t mask = KeyWaitMask();
+  return ppoll(&input, 1, nullptr, &mask) > 0 ? input.revents : static_cast<short>(0);
+}
+
+// Takes a key that is there, ERR when there is none. Signals come in first, or keys that keep
+// coming would keep them out.
 int TakeKey(WINDOW* window) {
-  KeepOnScreen(window);  // it is refreshed by the reading
+  AdmitSignals();
+  FollowTerminal();
+  errno = 0;
   return wgetch(window);
 }
 
-// Waits for one key. Interrupts are let through only here: curses itself never blocks, so that its
-// own work is never cut short.
 int WaitForKey(WINDOW* window) {
   wtimeout(window, 0);
-  pollfd input{STDIN_FILENO, POLLIN, 0};
-  for (;;) {
-    AdmitInterrupts();
-    errno = 0;
-    const int key = TakeKey(window);
-    if (key != ERR) {
-      return key;
-    }
-    if (TerminalGone(input.revents, errno)) {
+  int key = TakeKey(window);
+  while (key == ERR) {
+    const short events = AwaitInput();
+    key = TakeKey(window);
+    if (key == ERR && TerminalGone(events, errno)) {
       Shutdown(0);
     }
-    const sigset_t mask = KeyWaitMask();
-    if (ppoll(&input, 1, nullptr, &mask) < 0) {
-      return TakeKey(window);  // ERR, or the key that tells of the signal: a resized terminal
-    }
   }
+  return key;
 }
 
-int ReadTracedKey(WINDOW* window) {
-  const int key = WaitForKey(window);
+int Traced(int key) {
   TraceFormat("Key: %c, 0X%x received at position(%d,%d)", key, static_cast<unsigned>(key),
               MenuCursorRow, MenuCursorCol);
   return key;
 }
 
+// Reads a key of a sequence. A resized terminal does not tear the sequence: the key that tells of
+// it is put off until its end.
+int NextInSequence(WINDOW* window, bool& resized) {
+  int key = WaitForKey(window);
+  while (key == KEY_RESIZE) {
+    resized = true;
+    key = WaitForKey(window);
+  }
+  return Traced(key);
+}
+
 // Reads the rest of a sequence after its Escape. Returns its code, 0 for an unknown one.
-int ReadSequence(WINDOW* window) {
-  const int key = ReadTracedKey(window);
+int ReadSequence(WINDOW* window, bool& resized) {
+  const int key = NextInSequence(window, resized);
   if (key == 'O') {
-    return Fold(kAfterLetterO, ReadTracedKey(window));
+    return Fold(kAfterLetterO, NextInSequence(window, resized));
   }
   if (key == '[') {
-    return Fold(kAfterBracket, ReadTracedKey(window));
+    return Fold(kAfterBracket, NextInSequence(window, resized));
   }
   return Fold(kAfterEscape, key);
 }
@@ -127,12 +141,17 @@ void NeverBlockReads() {
 
 int ReadKey(WINDOW* window) {
   for (;;) {
-    const int key = ReadTracedKey(window);
+    const int key = Traced(WaitForKey(window));
     if (key != kEscape) {
       return key == KEY_BACKSPACE ? KEY_DC : key;
     }
     TraceLog("escape key hit");
-    if (const int code = ReadSequence(window); code != 0) {
+    bool resized = false;
+    const int code = ReadSequence(window, resized);
+    if (resized) {
+      ungetch(KEY_RESIZE);
+    }
+    if (code != 0) {
       return code;
     }
     TraceLog("ignoring key");

@@ -3,11 +3,11 @@
 #include <cstdio>
 #include <cstring>
 #include <new>
-#include <string_view>
 
+#include "forms/box.h"
 #include "forms/forms.h"
+#include "forms/key_input.h"
 #include "forms/text.h"
-#include "forms/window.h"
 #include "shell/trace_log.h"
 
 namespace {
@@ -66,17 +66,16 @@ class ItemTable {
 
 // Which items show, and which of them the cursor marks.
 struct Page {
-  int count;
-  int size = kPageSize;  // item rows that show; fewer where a terminal that shrank has cut the box
+  int count = 0;
   int top = 0;
   int row = kFirstItemRow;
 
   [[nodiscard]] int Item() const { return top + row - kFirstItemRow; }
 
   void Down() {
-    if (row < kFirstItemRow + size - 1 && Item() + 1 < count) {
+    if (row < kFirstItemRow + kPageSize - 1 && Item() + 1 < count) {
       ++row;
-    } else if (top + size < count) {
+    } else if (top + kPageSize < count) {
       ++top;
     }
   }
@@ -97,44 +96,84 @@ void DrawMarker(WINDOW* box, int row, int hidden_items, const char* end_marker) 
   DrawText(box, row, kTextColumn, hidden_items > 0 ? more : end_marker);
 }
 
-// Acts on a cursor key, drawing the page anew when it has scrolled.
-void MoveInList(WINDOW* box, const ItemTable& items, Page& page, int key) {
-  const int top_before = page.top;
+// Draws one page of the `count` texts in `items` with its markers, from the item `first` (at most
+// `count`) on, at most `page_size` items.
+void DrawPage(WINDOW* box, const char* const* items, int first, int count, int page_size) {
+  DrawMarker(box, kTopMarkerRow, first, kTopMarker);
+  const int shown = std::min(page_size, count - first);
+  for (int line = 0; line < shown; ++line) {
+    BlankRow(box, kFirstItemRow + line, kTextColumn);
+    DrawText(box, kFirstItemRow + line, kTextColumn, items[first + line]);
+  }
+  DrawMarker(box, kFirstItemRow + shown, count - shown - first, kBottomMarker);
+}
+
+// Draws such a page and shows it.
+void PaintListBox(WINDOW* box, const char* const* items, int first, int count, int page_size) {
+  TraceLog("Enter PaintListBox");
+  DrawPage(box, items, first, count, page_size);
+  wrefresh(box);
+  TraceLog("Exit PaintListBox");
+}
+
+class ListBoxLayer final : public Box {
+ public:
+  ListBoxLayer() : Box(kBoxRows, kBoxColumns) {}
+
+  void Gather(ItemProvider provider, ScreenField* field) {
+    items_.Gather(provider, field);
+    page_.count = items_.count();
+  }
+
+  // Lets the operator move through the list. Returns the chosen text, null when the list was left
+  // without a choice.
+  const char* Choose();
+
+ private:
+  void Draw() override {
+    DrawKeys();
+    DrawPage(window(), items_.texts(), page_.top, page_.count, kPageSize);
+    wmove(window(), page_.row, kTextColumn);
+  }
+  void DrawKeys() {
+    DrawText(window(), kPromptRow, kTextColumn, "Press ENTER after selecting an item");
+    DrawText(window(), kKeyLineRow, kTextColumn, "ENTER=Select  F3=Cancel");
+  }
+  void Move(int key);
+
+  ItemTable items_;
+  Page page_;
+};
+
+// Acts on a cursor key, painting the page anew when it has scrolled.
+void ListBoxLayer::Move(int key) {
+  const int top_before = page_.top;
   if (key == KEY_DOWN) {
-    page.Down();
+    page_.Down();
   } else if (key == KEY_UP) {
-    page.Up();
+    page_.Up();
   }
-  if (page.top != top_before) {
-    PaintListBox(box, items.texts(), page.top, items.count(), page.size);
+  if (page_.top != top_before) {
+    PaintListBox(window(), items_.texts(), page_.top, page_.count, kPageSize);
   }
 }
 
-// Puts the cursor on the marked item, or on the last one that a box which has shrunk still shows.
-// Returns whether there is one to see.
-bool PlaceCursor(WINDOW* box, Page& page) {
-  page.size = std::clamp(getmaxy(box) - kFirstItemRow, 1, kPageSize);
-  page.row = std::min(page.row, kFirstItemRow + page.size - 1);
-  return wmove(box, page.row, kTextColumn) == OK && page.count > 0;
-}
-
-// Lets the operator move through the list. Returns the index of the chosen item, -1 when the list
-// was left without a choice.
-int ChooseItem(WINDOW* box, const ItemTable& items) {
-  Page page{items.count()};
+const char* ListBoxLayer::Choose() {
+  DrawKeys();
+  PaintListBox(window(), items_.texts(), page_.top, page_.count, kPageSize);
   for (;;) {
-    const bool item_shows = PlaceCursor(box, page);
-    Refresh(box);
-    const int key = ReadKey(box);
-    if (IsEnterKey(key) && item_shows) {
+    wmove(window(), page_.row, kTextColumn);
+    wrefresh(window());
+    const int key = ReadKey(window());
+    if (!open() || key == KEY_F(3) || (IsEnterKey(key) && page_.count == 0)) {
+      return nullptr;
+    }
+    if (IsEnterKey(key)) {
       FieldsModified = 1;
-      TraceFormat("Cursor position:  (%d,%d)", page.row, kTextColumn);
-      return page.Item();
+      TraceFormat("Cursor position:  (%d,%d)", page_.row, kTextColumn);
+      return items_.texts()[page_.Item()];
     }
-    if (key == KEY_F(3) || IsEnterKey(key)) {
-      return -1;
-    }
-    MoveInList(box, items, page, key);
+    Move(key);
   }
 }
 
@@ -142,36 +181,15 @@ int ChooseItem(WINDOW* box, const ItemTable& items) {
 
 int ListBox(WINDOW* parent, ScreenField* field, ItemProvider provider) {
   TraceLog("Enter ListBox");
-  ItemTable items;
-  WindowPtr box = OpenCentredWindow(kBoxRows, kBoxColumns);
-  if (!box) {
+  ListBoxLayer box;
+  if (!box.open()) {
     return -1;
   }
-  DrawText(box.get(), kPromptRow, kTextColumn, "Press ENTER after selecting an item");
-  DrawText(box.get(), kTopMarkerRow, kTextColumn, kTopMarker);
-  items.Gather(provider, field);
-  DrawText(box.get(), kKeyLineRow, kTextColumn, "ENTER=Select  F3=Cancel");
-  PaintListBox(box.get(), items.texts(), 0, items.count(), kPageSize);
-
-  const int chosen = ChooseItem(box.get(), items);
-  box.reset();
-  Restore(parent);
-  if (chosen >= 0) {
-    SetValue(field, items.texts()[chosen]);
+  box.Gather(provider, field);
+  const char* chosen = box.Choose();
+  box.Close(parent);
+  if (chosen != nullptr) {
+    SetValue(field, chosen);
   }
-  return 0;
-}
-
-void PaintListBox(WINDOW* box, const char* const* items, int first, int count, int page_size) {
-  TraceLog("Enter PaintListBox");
-  DrawMarker(box, kTopMarkerRow, first, kTopMarker);
-  const int shown = std::min(page_size, count - first);
-  for (int line = 0; line < shown; ++line) {
-    BlankRow(box, kFirstItemRow + line, kTextColumn);
-    DrawText(box, kFirstItemRow + line, kTextColumn,
-             std::string_view(items[first + line]).substr(0, kMaxItemLength));
-  }
-  DrawMarker(box, kFirstItemRow + shown, count - shown - first, kBottomMarker);
-  Refresh(box);
-  TraceLog("Exit PaintListBox");
+  return box.open() ? 0 : -1;
 }

@@ -3,9 +3,10 @@
 #include <span>
 #include <string_view>
 
+#include "forms/box.h"
 #include "forms/forms.h"
+#include "forms/key_input.h"
 #include "forms/text.h"
-#include "forms/window.h"
 #include "shell/trace_log.h"
 
 namespace {
@@ -40,21 +41,9 @@ constexpr std::array kYesNoCancel{kYes, kNo, kCancel};
 constexpr std::array kOkOnly{kOk};
 constexpr std::array kOkCancel{kOk, kCancel};
 
-// The buttons of a box from left to right, none for an unknown type.
-std::span<const Button> ButtonsOf(int type) {
-  switch (type) {
-    case MBOX_YESNO:
-      return kYesNo;
-    case MBOX_YESNOCANCEL:
-      return kYesNoCancel;
-    case MBOX_OK:
-      return kOkOnly;
-    case MBOX_OKCANCEL:
-      return kOkCancel;
-    default:
-      return {};
-  }
-}
+// The buttons of each MessageBoxType from left to right.
+constexpr std::array<std::span<const Button>, 5> kButtons{
+    {{}, kYesNo, kYesNoCancel, kOkOnly, kOkCancel}};
 
 int FirstSlot(std::span<const Button> buttons) {
   return kLastSlot + 1 - static_cast<int>(buttons.size());
@@ -100,55 +89,67 @@ int SlotOfLetter(std::span<const Button> buttons, int key) {
   return 0;
 }
 
-// Puts the cursor on the button in `slot`, or on the next one to its left that a terminal which has
-// shrunk still shows. Returns the slot it stands in, 0 when none of the buttons shows.
-int PlaceCursor(WINDOW* box, int first, int slot) {
-  while (slot >= first && wmove(box, kButtonRow, SlotColumn(slot)) == ERR) {
-    --slot;
+class MessageBoxLayer final : public Box {
+ public:
+  MessageBoxLayer(std::string_view text, std::span<const Button> buttons)
+      : Box(MBOX_ROWS, MBOX_COLS), text_(text), buttons_(buttons), slot_(FirstSlot(buttons)) {}
+
+  // Lets the operator move between the buttons. Returns the slot of the chosen one, 0 when the box
+  // was closed without a choice.
+  int Choose();
+
+ private:
+  void Draw() override {
+    DrawMessage(window(), text_);
+    DrawButtons(window(), buttons_);
+    wmove(window(), kButtonRow, SlotColumn(slot_));
   }
-  return slot >= first ? slot : 0;
+  void Move(int key);
+
+  std::string_view text_;
+  std::span<const Button> buttons_;
+  int slot_;  // the button under the cursor
+};
+
+void MessageBoxLayer::Move(int key) {
+  const int first = FirstSlot(buttons_);
+  if (key == KEY_LEFT) {
+    slot_ = slot_ > first ? slot_ - 1 : kLastSlot;
+  } else if (key == KEY_RIGHT) {
+    slot_ = slot_ < kLastSlot ? slot_ + 1 : first;
+  }
+  wmove(window(), kButtonRow, SlotColumn(slot_));
 }
 
-// Lets the operator move between the buttons; returns the slot of the chosen one, 0 once there is
-// no button left to see.
-int ChooseSlot(WINDOW* box, std::span<const Button> buttons) {
-  const int first = FirstSlot(buttons);
-  int slot = first;
-  while ((slot = PlaceCursor(box, first, slot)) != 0) {
-    Refresh(box);
-    const int key = ReadKey(box);
-    if (IsEnterKey(key)) {
-      return slot;
+int MessageBoxLayer::Choose() {
+  Draw();
+  for (;;) {
+    wrefresh(window());
+    const int key = ReadKey(window());
+    if (!open()) {
+      return 0;
     }
-    if (const int chosen = SlotOfLetter(buttons, key); chosen != 0) {
+    if (const int chosen = IsEnterKey(key) ? slot_ : SlotOfLetter(buttons_, key); chosen != 0) {
       return chosen;
     }
-    if (key == KEY_LEFT) {
-      slot = slot > first ? slot - 1 : kLastSlot;
-    } else if (key == KEY_RIGHT) {
-      slot = slot < kLastSlot ? slot + 1 : first;
-    }
+    Move(key);
   }
-  return 0;
 }
 
 }  // namespace
 
 int MessageBox(WINDOW* parent, const char* text, int type) {
   TraceLog("Enter MessageBox");
-  const std::span<const Button> buttons = ButtonsOf(type);
-  if (buttons.empty()) {
+  if (type < MBOX_YESNO || type > MBOX_OKCANCEL) {
     return -1;
   }
-  WindowPtr box = OpenCentredWindow(MBOX_ROWS, MBOX_COLS);
-  if (!box) {
+  const std::span<const Button> buttons = kButtons[static_cast<std::size_t>(type)];
+  MessageBoxLayer box(text, buttons);
+  if (!box.open()) {
     return -1;
   }
-  DrawMessage(box.get(), text);
-  DrawButtons(box.get(), buttons);
-  const int slot = ChooseSlot(box.get(), buttons);
-  box.reset();
-  Restore(parent);
+  const int slot = box.Choose();
+  box.Close(parent);
   if (slot == 0) {
     return -1;
   }

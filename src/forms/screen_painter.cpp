@@ -1,12 +1,11 @@
 #include "forms/screen_painter.h"
 
 #include <algorithm>
-#include <cstring>
 #include <string>
 
 #include "forms/field_view.h"
 #include "forms/form_run.h"
-#include "forms/forms.h"
+#include "forms/table_access.h"
 #include "forms/text.h"
 #include "forms/window.h"
 
@@ -17,27 +16,29 @@ chtype CharacterAt(WINDOW* window, int row, int column, chtype otherwise) {
   return wmove(window, row, column) == OK ? winch(window) : otherwise;
 }
 
-// The horizontal border character of the window: beside the top left corner, or at the bottom where
-// the title of the last painting covers that place.
-chtype HorizontalBorder(WINDOW* window, const char* title) {
-  const chtype top = CharacterAt(window, 0, 1, kHorizontalBorder);
-  const bool covered =
-      title != nullptr && std::strlen(title) > 1 &&
-      (top == static_cast<unsigned char>(title[0]) || top == static_cast<unsigned char>(title[1]));
-  if (!covered) {
-    return top;
-  }
-  const chtype bottom = CharacterAt(window, getmaxy(window) - 1, 1, kHorizontalBorder);
-  // A window that has grown with its terminal has no border at its bottom yet.
-  return (bottom & A_CHARTEXT) == ' ' ? kHorizontalBorder : bottom;
-}
-
 }  // namespace
 
-int FormColumns(const WINDOW* window) { return std::min(COLS, getmaxx(window)); }
+void DrawScreen(WINDOW* window, ScreenField* table, const char* title) {
+  // Read at the bottom, as a long title covers the place at the top.
+  const chtype horizontal = CharacterAt(window, getmaxy(window) - 1, 1, kHorizontalBorder);
+  const chtype vertical = CharacterAt(window, 1, 0, kVerticalBorder);
+  wclear(window);
+  box(window, vertical, horizontal);
+  if (title != nullptr) {
+    DrawTitle(window, title);
+  }
+  for (const ScreenField& row : Rows(table)) {
+    if (row.label != nullptr) {
+      DrawText(window, row.label_row, row.label_column, row.label);
+    }
+    if (HasField(row)) {
+      DrawField(window, row, 0);
+    }
+  }
+}
 
 void DrawField(WINDOW* window, const ScreenField& field, int offset) {
-  const int columns = FormColumns(window);
+  const int columns = getmaxx(window);
   const int mark_column = field.field_column - 1;
   const int room = columns - 1 - mark_column;
   if (room > 0) {
@@ -47,62 +48,31 @@ void DrawField(WINDOW* window, const ScreenField& field, int offset) {
   }
 }
 
-void DrawTitle(WINDOW* window, const char* title) {
-  const int length = static_cast<int>(std::strlen(title));
-  const int column = length <= COLS ? (COLS - length) / 2 - 1 : -1;
-  if (wmove(window, 0, column) == ERR) {
-    int row = 0;
-    int standing = 0;
-    getyx(window, row, standing);
-    DrawText(window, row, standing, title);
-    return;
-  }
-  DrawText(window, 0, column, title);
-}
-
 int PaintScreen(WINDOW* window, ScreenField* table, const char* title) {
-  const chtype horizontal = HorizontalBorder(window, title);
-  const chtype vertical = CharacterAt(window, 1, 0, kVerticalBorder);
-  wclear(window);
-  box(window, vertical, horizontal);
-  if (title != nullptr) {
-    DrawTitle(window, title);
-  }
-  const ScreenField* first = nullptr;
-  for (const ScreenField& row : Rows(table)) {
-    if (row.label != nullptr) {
-      DrawText(window, row.label_row, row.label_column, row.label);
-    }
-    if (HasField(row)) {
-      if (first == nullptr && IsEnterable(row)) {
-        first = &row;
-      }
-      DrawField(window, row, 0);
-    }
-  }
-  ForgetScroll(window);
-  if (first == nullptr || wmove(window, first->field_row, first->field_column) == ERR) {
+  DrawScreen(window, table, title);
+  ScreenField* first = FirstField(table);
+  if (FormRun* form = FormRun::On(window); form != nullptr) {
+    form->Enter(first);
+  } else if (first == nullptr || wmove(window, first->field_row, first->field_column) == ERR) {
     wmove(window, 0, 0);
   }
-  return Refresh(window);
+  return wrefresh(window);
 }
 
-int MoveToField(WINDOW* window, const ScreenField* field) {
-  if (wmove(window, field->field_row, field->field_column) == ERR) {
-    return ERR;
+int MoveToField(WINDOW* window, ScreenField* field) {
+  const int result = wmove(window, field->field_row, field->field_column);
+  if (FormRun* form = FormRun::On(window); form != nullptr && result == OK) {
+    form->Enter(field);
   }
-  DrawField(window, *field, 0);
-  ForgetScroll(window);
-  return wmove(window, field->field_row, field->field_column);
+  return result;
 }
 
 void RedrawField(WINDOW* window, const ScreenField* field) {
-  const FormRun* form = FindForm(window);
-  const int offset = form != nullptr && form->field == field ? form->ScrollOffset : 0;
+  const FormRun* form = FormRun::On(window);
   int row = 0;
   int column = 0;
   getyx(window, row, column);
-  DrawField(window, *field, offset);
+  DrawField(window, *field, form != nullptr ? form->OffsetOf(*field) : 0);
   wmove(window, row, column);
-  Refresh(window);
+  wrefresh(window);
 }

@@ -1,11 +1,12 @@
 #pragma once
 
-// How the painter and the form engine draw a single field.
+// Drawing a screen and its fields, without putting the cursor anywhere.
 
 #include "forms/forms.h"
 
-// Width in columns within which fields of `window` are laid out.
-int FormColumns(const WINDOW* window);
+// Clears the window but for its border and draws the title (may be null) over it, the labels, and
+// the fields from their first characters.
+void DrawScreen(WINDOW* window, ScreenField* table, const char* title);
 
 // Draws the field, its value from index `offset` on, without touching the right border. The cursor
 // of the window is left anywhere.

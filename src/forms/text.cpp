@@ -1,12 +1,8 @@
 #include "forms/text.h"
 
-#include <algorithm>
+#include <cstring>
 
 void DrawText(WINDOW* window, int row, int column, std::string_view text) {
-  if (column < 0) {
-    text.remove_prefix(std::min(text.size(), static_cast<std::size_t>(-column)));
-    column = 0;
-  }
   if (wmove(window, row, column) == ERR) {
     return;
   }
@@ -17,4 +13,15 @@ void DrawText(WINDOW* window, int row, int column, std::string_view text) {
 
 void BlankRow(WINDOW* window, int row, int column) {
   mvwhline(window, row, column, ' ', getmaxx(window) - 1 - column);
+}
+
+void DrawTitle(WINDOW* window, const char* title) {
+  const int length = static_cast<int>(std::strlen(title));
+  if (length <= COLS) {
+    wmove(window, 0, (COLS - length) / 2 - 1);
+  }
+  int row = 0;
+  int column = 0;
+  getyx(window, row, column);
+  DrawText(window, row, column, title);
 }

@@ -1,3 +1,5 @@
+#include <string>
+
 #include "config/evseccfg.h"
 #include "screens/form_screen.h"
 #include "screens/screens.h"
@@ -6,21 +8,11 @@
 
 namespace {
 
-int OnEnter(WINDOW* win);
-int OnCancel(WINDOW* win);
-
-constexpr FormScreen kDeleteForm{.operation = "DelCfg",
-                                 .table = SelectScreen,
-                                 .title = "Halvorn Event Node Security Maintenance - Delete",
-                                 .prepare = nullptr,
-                                 .handler = DelCfgKeys,
-                                 .on_enter = OnEnter,
-                                 .on_cancel = OnCancel,
-                                 .provider = SelCfgItem};
-
 // Removes the named record once the operator has confirmed it, and closes the screen.
 int ConfirmAndDelete(WINDOW* win, const WLNSRec& key) {
-  if (!Confirm(win, "Delete node <%s> userid <%s> ?", key.nodemask, key.usermask)) {
+  const std::string question =
+      std::string("Delete node <") + key.nodemask + "> userid <" + key.usermask + "> ?";
+  if (!Confirm(win, question.c_str())) {
     return kStay;
   }
   if (WLNSDeleteRec(&key) != 0) {
@@ -34,7 +26,7 @@ int Refuse(WINDOW* win, const char* message, int result) {
   return result;
 }
 
-int OnEnter(WINDOW* win) {
+int RemoveRecord(WINDOW* win) {
   if (RootAuthority == 0) {
     return Refuse(win, "Configuration is Read Only to non-root users", kClose);
   }
@@ -57,7 +49,13 @@ int OnEnter(WINDOW* win) {
   return ConfirmAndDelete(win, *key);
 }
 
-int OnCancel(WINDOW* /*win*/) { return kClose; }
+constexpr FormScreen kDeleteForm{.operation = "DelCfg",
+                                 .table = SelectScreen,
+                                 .title = "Halvorn Event Node Security Maintenance - Delete",
+                                 .handler = DelCfgKeys,
+                                 .on_enter = RemoveRecord,
+                                 .on_cancel = CloseScreen,
+                                 .provider = SelCfgItem};
 
 }  // namespace
 

@@ -1,40 +1,30 @@
 #include "screens/form_screen.h"
 
-#include <cstdarg>
-#include <cstdio>
 #include <new>
+#include <string>
 
-#include "forms/window.h"
+#include "forms/layer.h"
+#include "forms/screen_painter.h"
 #include "shell/trace_log.h"
 
 namespace {
 
-constexpr int kMessageSize = 256;
 constexpr int kRecordAllocation = 104;  // bytes, as traces name it on every platform
 
-// A full-screen window with the field store of its table; both go when it is closed.
-class ScreenWindow {
+// A screen as it shows below its form.
+class ScreenLayer final : public Layer {
  public:
-  explicit ScreenWindow(ScreenField* table)
-      : table_(table),
-        window_(OpenWindow(LINES, COLS, 0, 0)),
-        complete_(window_ && AllocScreenFields(table) == 0) {}
-  ~ScreenWindow() {
-    if (window_) {
-      window_.reset();
-      FreeScreenFields(table_);
-    }
-  }
-  ScreenWindow(const ScreenWindow&) = delete;
-  ScreenWindow& operator=(const ScreenWindow&) = delete;
+  ScreenLayer(WINDOW* window, const FormScreen& screen) : Layer(window), screen_(screen) {}
 
-  [[nodiscard]] bool complete() const { return complete_; }
-  [[nodiscard]] WINDOW* window() const { return window_.get(); }
+  bool LayOut() override {
+    const bool placed = Place(window(), LINES, COLS, 0, 0);
+    Frame(window());
+    DrawScreen(window(), screen_.table, screen_.title);
+    return placed;
+  }
 
  private:
-  ScreenField* table_;
-  WindowPtr window_;
-  bool complete_;
+  const FormScreen& screen_;
 };
 
 void ListValues(const FormScreen& screen, WINDOW* win, ScreenField* field) {
@@ -48,32 +38,45 @@ void ListValues(const FormScreen& screen, WINDOW* win, ScreenField* field) {
   PaintScreen(win, screen.table, screen.title);
 }
 
-[[gnu::format(printf, 3, 0)]] int ShowFormatted(WINDOW* parent, int type, const char* format,
-                                                std::va_list arguments) {
-  char text[kMessageSize];
-  (void)std::vsnprintf(text, sizeof text, format, arguments);
-  return MessageBox(parent, text, type);
-}
-
 }  // namespace
 
-int RunFormScreen(const FormScreen& screen, WINDOW* parent, const char* nodeMask,
-                  const char* useridMask) {
-  TraceFormat("Enter %s", screen.operation);
-  {
-    const ScreenWindow opened(screen.table);
-    if (!opened.complete()) {
-      return -1;
-    }
-    if (screen.prepare == nullptr || screen.prepare(parent, nodeMask, useridMask)) {
-      PaintScreen(opened.window(), screen.table, screen.title);
-      ProcessWindowData(opened.window(), screen.table, screen.handler);
-    }
+OpenScreen::OpenScreen(const FormScreen& screen, WINDOW* parent)
+    : screen_(screen), parent_(parent) {
+  TraceFormat("Enter %s", screen_.operation);
+  window_ = OpenWindow(LINES, COLS, 0, 0);
+  complete_ = window_ && AllocScreenFields(screen_.table) == 0;
+}
+
+OpenScreen::~OpenScreen() { Release(); }
+
+void OpenScreen::Release() {
+  if (window_) {
+    window_.reset();
+    FreeScreenFields(screen_.table);
   }
+}
+
+void OpenScreen::Run() {
+  const ScreenLayer layer(window_.get(), screen_);
+  PaintScreen(window_.get(), screen_.table, screen_.title);
+  ProcessWindowData(window_.get(), screen_.table, screen_.handler);
+}
+
+int OpenScreen::Close() {
+  Release();
   noecho();  // whatever the screen did, keys are not to show on the next one
-  Restore(parent);
-  TraceFormat("Exit %s", screen.operation);
+  Restore(parent_);
+  TraceFormat("Exit %s", screen_.operation);
   return 0;
+}
+
+int RunFormScreen(const FormScreen& screen, WINDOW* parent) {
+  OpenScreen opened(screen, parent);
+  if (!opened.complete()) {
+    return -1;
+  }
+  opened.Run();
+  return opened.Close();
 }
 
 int HandleFormKey(const FormScreen& screen, WINDOW* win, int code, ScreenField* field) {
@@ -93,19 +96,10 @@ int HandleFormKey(const FormScreen& screen, WINDOW* win, int code, ScreenField* 
   }
 }
 
-int ShowMessage(WINDOW* parent, int type, const char* format, ...) {
-  std::va_list arguments;
-  va_start(arguments, format);
-  const int answer = ShowFormatted(parent, type, format, arguments);
-  va_end(arguments);
-  return answer;
-}
+int CloseScreen(WINDOW* /*win*/) { return kClose; }
 
-bool Confirm(WINDOW* parent, const char* format, ...) {
-  std::va_list arguments;
-  va_start(arguments, format);
-  const int answer = ShowFormatted(parent, MBOX_YESNO, format, arguments);
-  va_end(arguments);
+bool Confirm(WINDOW* parent, const char* question) {
+  const int answer = MessageBox(parent, question, MBOX_YESNO);
   TraceFormat("Button option %d selected", answer);
   return answer == MBOX_ANS_YES;
 }
@@ -124,6 +118,7 @@ RecordPtr NewRecord(const char* nodeMask, const char* useridMask) {
 void ShowNoStorage(WINDOW* parent) { MessageBox(parent, "Storage allocation failed;", MBOX_OK); }
 
 void ShowNotFound(WINDOW* parent, const WLNSRec& key) {
-  ShowMessage(parent, MBOX_OK, "Entry for Node <%s> & User <%s> not found", key.nodemask,
-              key.usermask);
+  const std::string message =
+      std::string("Entry for Node <") + key.nodemask + "> & User <" + key.usermask + "> not found";
+  MessageBox(parent, message.c_str(), MBOX_OK);
 }

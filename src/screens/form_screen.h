@@ -7,6 +7,7 @@
 
 #include "config/record.h"
 #include "forms/forms.h"
+#include "forms/window.h"
 
 // What becomes of a form after a key.
 inline constexpr int kStay = 0;
@@ -17,31 +18,51 @@ struct FormScreen {
   const char* operation;  // the screen's name in the trace
   ScreenField* table;
   const char* title;
-  // Sets the fields before the form runs, for the record with the two masks (both empty for none);
-  // false when the form is not to run. Null when there is nothing to set.
-  bool (*prepare)(WINDOW* parent, const char* nodeMask, const char* useridMask);
   KeyHandler handler;
   int (*on_enter)(WINDOW* win);  // what Enter and F3 do: kStay or kClose
   int (*on_cancel)(WINDOW* win);
   ItemProvider provider;  // what F4 lists
 };
 
-// Opens the screen over `parent`, prepares its fields for the record with the two masks, and runs
-// its form. Returns 0 when the screen has closed again, -1 when its window or its fields could not
-// be had.
-int RunFormScreen(const FormScreen& screen, WINDOW* parent, const char* nodeMask = "",
-                  const char* useridMask = "");
+// A screen over the window `parent`, from its opening to its Close.
+class OpenScreen {
+ public:
+  // Opens a full-screen window and the field store of the table.
+  OpenScreen(const FormScreen& screen, WINDOW* parent);
+  ~OpenScreen();
+  OpenScreen(const OpenScreen&) = delete;
+  OpenScreen& operator=(const OpenScreen&) = delete;
+
+  // Whether window and fields could be had. There is nothing to run or close otherwise.
+  [[nodiscard]] bool complete() const { return complete_; }
+
+  // Shows the screen and runs its form.
+  void Run();
+
+  // Ends window and fields and shows the parent again. Returns 0.
+  int Close();
+
+ private:
+  void Release();
+
+  const FormScreen& screen_;
+  WINDOW* parent_;
+  WindowPtr window_;
+  bool complete_;
+};
+
+// Opens the screen, runs its form and closes it. Returns 0, or -1 when it could not be opened.
+int RunFormScreen(const FormScreen& screen, WINDOW* parent);
 
 // Acts on a key of the screen's form: Enter and F3 as the screen has it, F4 with the list of the
 // field, which may be null. Returns kStay or kClose.
 int HandleFormKey(const FormScreen& screen, WINDOW* win, int code, ScreenField* field);
 
-// Shows a message, formatted as printf does and cut to 255 bytes, in a box of the type over
-// `parent`, and returns the answer as MessageBox does.
-[[gnu::format(printf, 3, 4)]] int ShowMessage(WINDOW* parent, int type, const char* format, ...);
+// Leaves the screen: what F3 does where nothing can be lost.
+int CloseScreen(WINDOW* win);
 
-// Asks a question in the same way, traces the answer and returns whether it is yes.
-[[gnu::format(printf, 2, 3)]] bool Confirm(WINDOW* parent, const char* format, ...);
+// Asks `question` in a box over `parent`, traces the answer and returns whether it is yes.
+bool Confirm(WINDOW* parent, const char* question);
 
 // Returns a new record with the two masks and no mode, null with a trace line when there is no
 // memory for it.

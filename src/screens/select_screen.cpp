@@ -7,22 +7,10 @@
 
 namespace {
 
-int OnEnter(WINDOW* win);
-int OnCancel(WINDOW* win);
-
-constexpr FormScreen kSelectionForm{.operation = "SelectCfg",
-                                    .table = SelectScreen,
-                                    .title = "Halvorn Event Node Security Maintenance - Selection",
-                                    .prepare = nullptr,
-                                    .handler = SelCfgKeys,
-                                    .on_enter = OnEnter,
-                                    .on_cancel = OnCancel,
-                                    .provider = SelCfgItem};
-
 const char* MaskIn(const char* name) { return Value(FindField(SelectScreen, name)); }
 
 // Opens the named record over the selection, which stays.
-int OnEnter(WINDOW* win) {
+int OpenRecord(WINDOW* win) {
   const char* node = MaskIn("node");
   const char* userid = MaskIn("userid");
   if (*node == '\0' || *userid == '\0') {
@@ -33,11 +21,17 @@ int OnEnter(WINDOW* win) {
   return kStay;
 }
 
-int OnCancel(WINDOW* /*win*/) { return kClose; }
-
 // The listing under way: how many items it has handed out, and the records that are left.
 constinit int listed_items = 0;
 constinit WLNSRec* listing_rest = nullptr;
+
+constexpr FormScreen kSelectionForm{.operation = "SelectCfg",
+                                    .table = SelectScreen,
+                                    .title = "Halvorn Event Node Security Maintenance - Selection",
+                                    .handler = SelCfgKeys,
+                                    .on_enter = OpenRecord,
+                                    .on_cancel = CloseScreen,
+                                    .provider = SelCfgItem};
 
 }  // namespace
 

@@ -2,10 +2,11 @@
 #include <cstring>
 #include <iterator>
 #include <span>
+#include <string>
+#include <string_view>
 
 #include "config/evseccfg.h"
 #include "screens/form_screen.h"
-#include "screens/mask_check.h"
 #include "screens/screens.h"
 #include "shell/shell_state.h"
 #include "shell/shutdown.h"
@@ -14,19 +15,6 @@
 constinit const char* const ModeNames[] = {"DISABLED", "ENABLED", "WARNING", ""};
 
 namespace {
-
-bool PrepareFields(WINDOW* parent, const char* nodeMask, const char* useridMask);
-int OnEnter(WINDOW* win);
-int OnCancel(WINDOW* win);
-
-constexpr FormScreen kUpdateForm{.operation = "UpdCfg",
-                                 .table = UpdateScreen,
-                                 .title = "Halvorn Event Node Security Maintenance",
-                                 .prepare = PrepareFields,
-                                 .handler = UpdCfgKeys,
-                                 .on_enter = OnEnter,
-                                 .on_cancel = OnCancel,
-                                 .provider = AddCfgItem};
 
 ScreenField* Field(const char* name) { return FindField(UpdateScreen, name); }
 
@@ -93,7 +81,7 @@ bool PrepareFields(WINDOW* parent, const char* nodeMask, const char* useridMask)
 struct MaskMessages {
   const char* missing;
   const char* question_mark;
-  const char* comma;
+  const char* comma;  // would end the mask when the file is read again
   const char* embedded_star;
 };
 
@@ -109,21 +97,19 @@ constexpr MaskMessages kUseridMessages{
     .comma = "\",\" not allowed in userid mask",
     .embedded_star = "Imbedded \"*\" not allowed in userid mask"};
 
-// Returns what is wrong with the mask in the field, null when nothing is.
-const char* MaskMessage(const ScreenField* field, const MaskMessages& messages) {
-  switch (CheckMask(Value(field))) {
-    case MaskFault::kMissing:
-      return messages.missing;
-    case MaskFault::kQuestionMark:
-      return messages.question_mark;
-    case MaskFault::kComma:
-      return messages.comma;
-    case MaskFault::kEmbeddedStar:
-      return messages.embedded_star;
-    case MaskFault::kNone:
-      break;
+// Returns what is wrong with the mask, null when nothing is: of several characters that it may not
+// hold the leftmost counts.
+const char* MaskMessage(std::string_view mask, const MaskMessages& messages) {
+  if (mask.empty()) {
+    return messages.missing;
   }
-  return nullptr;
+  const std::size_t at = mask.find_first_of("?,*");
+  if (at == std::string_view::npos || (mask[at] == '*' && at + 1 == mask.size())) {
+    return nullptr;
+  }
+  return mask[at] == '?'   ? messages.question_mark
+         : mask[at] == ',' ? messages.comma
+                           : messages.embedded_star;
 }
 
 char ToUpper(char letter) {
@@ -142,7 +128,7 @@ const char* ModeMessage(WINDOW* win, ScreenField* field) {
 
 // Reports what is wrong with a field and puts the cursor on it; true when nothing is and `message`
 // is null.
-bool PassOrReport(WINDOW* win, const ScreenField* field, const char* message) {
+bool PassOrReport(WINDOW* win, ScreenField* field, const char* message) {
   if (message == nullptr) {
     return true;
   }
@@ -157,28 +143,37 @@ bool CheckFields(WINDOW* win) {
   ScreenField* node = Field("node");
   ScreenField* userid = Field("userid");
   ScreenField* mode = Field("mode");
-  return PassOrReport(win, node, MaskMessage(node, kNodeMessages)) &&
-         PassOrReport(win, userid, MaskMessage(userid, kUseridMessages)) &&
+  return PassOrReport(win, node, MaskMessage(Value(node), kNodeMessages)) &&
+         PassOrReport(win, userid, MaskMessage(Value(userid), kUseridMessages)) &&
          PassOrReport(win, mode, ModeMessage(win, mode));
 }
 
 // --- Keys ---
 
-int OnEnter(WINDOW* win) {
+int StoreRecord(WINDOW* win) {
   if (RootAuthority == 0) {
     return kClose;
   }
   if (UpdCfgData(win) != 0) {
     return kStay;
   }
-  ShowMessage(win, MBOX_OK, "Configuration for node <%s> user <%s> successfully updated",
-              Value(Field("node")), Value(Field("userid")));
+  const std::string message = std::string("Configuration for node <") + Value(Field("node")) +
+                              "> user <" + Value(Field("userid")) + "> successfully updated";
+  MessageBox(win, message.c_str(), MBOX_OK);
   return kClose;
 }
 
-int OnCancel(WINDOW* win) {
+int CancelUpdate(WINDOW* win) {
   return FieldsModified == 0 || Confirm(win, "Cancel Update?") ? kClose : kStay;
 }
+
+constexpr FormScreen kUpdateForm{.operation = "UpdCfg",
+                                 .table = UpdateScreen,
+                                 .title = "Halvorn Event Node Security Maintenance",
+                                 .handler = UpdCfgKeys,
+                                 .on_enter = StoreRecord,
+                                 .on_cancel = CancelUpdate,
+                                 .provider = AddCfgItem};
 
 }  // namespace
 
@@ -189,7 +184,14 @@ int AddCfg(WINDOW* parent) {
 
 int UpdCfg(WINDOW* parent, const char* nodeMask, const char* useridMask) {
   FieldsModified = 0;
-  return RunFormScreen(kUpdateForm, parent, nodeMask, useridMask);
+  OpenScreen opened(kUpdateForm, parent);
+  if (!opened.complete()) {
+    return -1;
+  }
+  if (PrepareFields(parent, nodeMask, useridMask)) {
+    opened.Run();
+  }
+  return opened.Close();
 }
 
 int UpdCfgKeys(WINDOW* win, int code, ScreenField* field) {

@@ -1,7 +1,9 @@
 #include "shell/main_menu.h"
 
-#include "forms/forms.h"
+#include "forms/key_input.h"
+#include "forms/table_access.h"
 #include "forms/text.h"
+#include "forms/window.h"
 #include "screens/screens.h"
 #include "shell/shell_state.h"
 #include "shell/shutdown.h"
@@ -32,41 +34,24 @@ const MenuEntry* Above(const MenuEntry* entry) {
   return entry->row > MainMenu->row ? entry - 1 : LastMenuEntry;
 }
 
-// Moves the highlight and the cursor, unless `to` lies outside the screen; returns the entry that
-// then has them.
-const MenuEntry* MoveHighlight(const MenuEntry* from, const MenuEntry* to) {
-  if (wmove(stdscr, to->row, to->col) == ERR) {
-    return from;
+// Draws the menu with `highlighted` marked, and the cursor on it if it lies within the screen.
+void DrawMenu(WINDOW* window, const MenuEntry* menu, const MenuEntry* highlighted,
+              const char* title) {
+  DrawTitle(window, title);
+  for (const MenuEntry* entry = menu; entry->col != kTableEnd; ++entry) {
+    DrawEntry(window, *entry);
   }
-  UnhighlightEntry(from);
-  HighlightEntry(to);
-  return to;
-}
-
-// Acts on a key with the cursor on `current`; returns the entry that is highlighted then.
-const MenuEntry* HandleMenuKey(const MenuEntry* current, int key) {
-  if (IsEnterKey(key)) {
-    RunEntryAction(stdscr, current);
-  } else if (key == KEY_DOWN) {
-    return MoveHighlight(current, Below(current));
-  } else if (key == KEY_UP) {
-    return MoveHighlight(current, Above(current));
-  }
-  return current;
+  HighlightEntry(highlighted);
+  DrawText(window, LINES - 2, kKeyLineColumn, "ENTER=Select  F3=Quit");
+  wmove(window, highlighted->row, highlighted->col);
 }
 
 }  // namespace
 
 int PaintMenu(WINDOW* window, const MenuEntry* menu, const char* title) {
-  DrawTitle(window, title);
-  const MenuEntry* entry = menu;
-  for (; entry->col != kTableEnd; ++entry) {
-    DrawEntry(window, *entry);
+  DrawMenu(window, menu, menu, title);
+  for (LastMenuEntry = menu; LastMenuEntry[1].col != kTableEnd; ++LastMenuEntry) {
   }
-  HighlightEntry(menu);
-  DrawText(window, LINES - 2, kKeyLineColumn, "ENTER=Select  F3=Quit");
-  LastMenuEntry = entry - 1;
-  wmove(window, menu->row, menu->col);
   return wrefresh(window);
 }
 
@@ -91,8 +76,13 @@ const MenuEntry* FindMenuEntry(const MenuEntry* menu, int row, int col) {
 
 int QuitCfg(WINDOW* /*window*/) { Shutdown(0); }
 
-void RunMainMenu() {
-  const MenuEntry* highlighted = MainMenu;
+bool MenuLayer::LayOut() {
+  Frame(window());
+  DrawMenu(window(), MainMenu, highlighted_, kMenuTitle);
+  return true;
+}
+
+void MenuLayer::Run() {
   for (;;) {
     getyx(stdscr, MenuCursorRow, MenuCursorCol);
     const MenuEntry* current = FindMenuEntry(MainMenu, MenuCursorRow, MenuCursorCol);
@@ -101,10 +91,28 @@ void RunMainMenu() {
       Shutdown(0);
     }
     if (current != nullptr) {
-      highlighted = HandleMenuKey(current, key);
+      HandleKey(key);
+      wmove(stdscr, highlighted_->row, highlighted_->col);
     }
-    // Also when there was none: a terminal that shrank has moved the cursor off its entry.
-    wmove(stdscr, highlighted->row, highlighted->col);
     wrefresh(stdscr);
+  }
+}
+
+void MenuLayer::HandleKey(int key) {
+  if (IsEnterKey(key)) {
+    RunEntryAction(stdscr, highlighted_);
+  } else if (key == KEY_DOWN) {
+    MoveTo(Below(highlighted_));
+  } else if (key == KEY_UP) {
+    MoveTo(Above(highlighted_));
+  }
+}
+
+// Moves highlight and cursor; an entry outside the screen gets neither.
+void MenuLayer::MoveTo(const MenuEntry* entry) {
+  if (wmove(stdscr, entry->row, entry->col) == OK) {
+    UnhighlightEntry(highlighted_);
+    HighlightEntry(entry);
+    highlighted_ = entry;
   }
 }

@@ -5,6 +5,8 @@
 
 #include <curses.h>
 
+#include "forms/layer.h"
+
 // One line of a menu. A menu ends with a row whose position is (255, 255) and that has no action.
 struct MenuEntry {
   int row;  // screen position of the text
@@ -36,5 +38,21 @@ const MenuEntry* FindMenuEntry(const MenuEntry* menu, int row, int col);
 // The entry "Quit": shuts the program down and never returns.
 int QuitCfg(WINDOW* window);
 
-// Runs the main menu, painted before, until the program is shut down.
-[[noreturn]] void RunMainMenu();
+inline constexpr const char* kMenuTitle = "Halvorn Event Node Security";
+
+// The main menu while it shows, painted before.
+class MenuLayer final : public Layer {
+ public:
+  MenuLayer() : Layer(stdscr) {}
+
+  bool LayOut() override;
+
+  // Runs the menu until the program is shut down.
+  [[noreturn]] void Run();
+
+ private:
+  void HandleKey(int key);
+  void MoveTo(const MenuEntry* entry);
+
+  const MenuEntry* highlighted_ = MainMenu;
+};

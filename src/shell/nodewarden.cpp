@@ -4,16 +4,16 @@
 #include <unistd.h>
 
 #include <clocale>
-#include <csignal>
 #include <cstdlib>
 
 #include "forms/forms.h"
+#include "forms/key_input.h"
 #include "forms/window.h"
 #include "platform/shell_command.h"
 #include "shell/command_line.h"
 #include "shell/main_menu.h"
 #include "shell/shell_state.h"
-#include "shell/shutdown.h"
+#include "shell/signals.h"
 #include "shell/trace_log.h"
 
 namespace {
@@ -28,21 +28,16 @@ void StartCurses() {
   if (std::getenv("ESCDELAY") == nullptr) {
     set_escdelay(kEscapeDelay);
   }
-  // curses ends and repaints the screen in its handler of Ctrl-Z: an interrupt waits for that, too.
-  struct sigaction stop {};
-  sigaction(SIGTSTP, nullptr, &stop);
-  sigaddset(&stop.sa_mask, SIGINT);
-  sigaction(SIGTSTP, &stop, nullptr);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  HoldInterrupts();
+  HoldSignals();
   RunShellCommand("clear");
   ParseArgs(argc, argv);
   StartCurses();
-  (void)signal(SIGINT, Shutdown);
+  CatchSignals();
   const auto user = static_cast<int>(geteuid());
   if (user != 0) {
     RootAuthority = 0;
@@ -53,9 +48,10 @@ int main(int argc, char** argv) {
   noecho();
   NeverBlockReads();
   box(stdscr, kVerticalBorder, kHorizontalBorder);
-  PaintMenu(stdscr, MainMenu, "Halvorn Event Node Security");
+  PaintMenu(stdscr, MainMenu, kMenuTitle);
+  MenuLayer menu;
   if (RootAuthority == 0) {
     MessageBox(stdscr, "Read Only authority granted to non-root users.", MBOX_OK);
   }
-  RunMainMenu();
+  menu.Run();
 }

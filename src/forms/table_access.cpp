@@ -1,18 +1,13 @@
+#include "forms/table_access.h"
+
 #include <algorithm>
 #include <cstring>
-
-#include "forms/forms.h"
 
 namespace {
 
 bool IsSentinel(const ScreenField& row) {
   return row.label_row == kTableEnd && row.label_column == kTableEnd &&
          row.field_row == kTableEnd && row.field_column == kTableEnd;
-}
-
-ScreenField* FirstField(std::span<ScreenField> rows) {
-  const auto found = std::ranges::find_if(rows, IsEnterable);
-  return found != rows.end() ? &*found : nullptr;
 }
 
 // The leftmost enterable field on the line of `field`, not above `first`: tables list the fields of
@@ -67,6 +62,12 @@ ScreenField* FindFieldAt(ScreenField* table, int row, int column) {
   return nullptr;
 }
 
+ScreenField* FirstField(ScreenField* table) {
+  const std::span<ScreenField> rows = Rows(table);
+  const auto found = std::ranges::find_if(rows, IsEnterable);
+  return found != rows.end() ? &*found : nullptr;
+}
+
 ScreenField* LastField(ScreenField* table) {
   ScreenField* last = nullptr;
   for (ScreenField& row : Rows(table)) {
@@ -83,7 +84,7 @@ ScreenField* NextField(ScreenField* table, ScreenField* current) {
     return current;
   }
   if (current == last) {
-    return FirstField(Rows(table));
+    return FirstField(table);
   }
   for (ScreenField* row = current + 1; row <= last; ++row) {
     if (IsEnterable(*row) && row->field_row != current->field_row) {
@@ -94,7 +95,7 @@ ScreenField* NextField(ScreenField* table, ScreenField* current) {
 }
 
 ScreenField* PrevField(ScreenField* table, ScreenField* current) {
-  ScreenField* first = FirstField(Rows(table));
+  ScreenField* first = FirstField(table);
   if (first == nullptr) {
     return current;
   }

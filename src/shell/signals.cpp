@@ -1,0 +1,96 @@
+#include "shell/signals.h"
+
+#include <curses.h>
+
+#include <array>
+#include <utility>
+
+#include "shell/shutdown.h"
+
+namespace {
+
+constexpr std::array kHeld{SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGTSTP, SIGWINCH};
+
+volatile std::sig_atomic_t terminal_changed = 0;
+
+// What curses does at SIGTSTP: it stops the program with the terminal restored.
+void (*stop_in_curses)(int) = SIG_DFL;
+
+sigset_t HeldSignals() {
+  sigset_t held;
+  sigemptyset(&held);
+  for (const int number : kHeld) {
+    sigaddset(&held, number);
+  }
+  return held;
+}
+
+void (*HandlerOf(int number))(int) {
+  struct sigaction action {};
+  sigaction(number, nullptr, &action);
+  return action.sa_handler;
+}
+
+// The handler runs with all held signals blocked.
+void Catch(int number, void (*handler)(int)) {
+  struct sigaction action {};
+  action.sa_handler = handler;
+  action.sa_mask = HeldSignals();
+  sigaction(number, &action, nullptr);
+}
+
+void NoteResize(int /*number*/) { terminal_changed = 1; }
+
+void Stop(int number) {
+  stop_in_curses(number);
+  terminal_changed = 1;  // nobody tells a stopped program of a new size
+}
+
+// Restores the terminal and ends the program as the signal does by default.
+void EndBySignal(int number) {
+  endwin();
+  (void)std::signal(number, SIG_DFL);
+  (void)std::raise(number);
+  sigset_t pending;
+  sigemptyset(&pending);
+  sigaddset(&pending, number);
+  sigprocmask(SIG_UNBLOCK, &pending, nullptr);
+}
+
+}  // namespace
+
+void HoldSignals() {
+  const sigset_t held = HeldSignals();
+  sigprocmask(SIG_BLOCK, &held, nullptr);
+}
+
+void CatchSignals() {
+  Catch(SIGINT, Shutdown);
+  for (const int number : {SIGTERM, SIGHUP, SIGQUIT}) {
+    if (HandlerOf(number) != SIG_IGN) {
+      Catch(number, EndBySignal);
+    }
+  }
+  stop_in_curses = HandlerOf(SIGTSTP);
+  if (stop_in_curses != SIG_IGN && stop_in_curses != SIG_DFL) {
+    Catch(SIGTSTP, Stop);
+  }
+  Catch(SIGWINCH, NoteResize);
+}
+
+void AdmitSignals() {
+  const sigset_t held = HeldSignals();
+  sigprocmask(SIG_UNBLOCK, &held, nullptr);
+  sigprocmask(SIG_BLOCK, &held, nullptr);
+}
+
+sigset_t KeyWaitMask() {
+  sigset_t mask;
+  sigprocmask(SIG_SETMASK, nullptr, &mask);
+  for (const int number : kHeld) {
+    sigdelset(&mask, number);
+  }
+  return mask;
+}
+
+bool TakeTerminalChange() { return std::exchange(terminal_changed, 0) != 0; }
