@@ -38,6 +38,7 @@ void FollowTerminal() {
   if (!TakeTerminalChange()) {
     return;
   }
+  reset_prog_mode();
   TakeOverSize();
   for (Layer* layer = Layer::Bottom(); layer != nullptr; layer = layer->above()) {
     if (layer->LayOut()) {

@@ -9,12 +9,9 @@
 
 namespace {
 
-constexpr std::array kHeld{SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGTSTP, SIGWINCH};
+constexpr std::array kHeld{SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGTSTP, SIGCONT, SIGWINCH};
 
 volatile std::sig_atomic_t terminal_changed = 0;
-
-// What curses does at SIGTSTP: it stops the program with the terminal restored.
-void (*stop_in_curses)(int) = SIG_DFL;
 
 sigset_t HeldSignals() {
   sigset_t held;
@@ -25,26 +22,23 @@ sigset_t HeldSignals() {
   return held;
 }
 
-void (*HandlerOf(int number))(int) {
+using Handler = void (*)(int);
+
+Handler HandlerOf(int number) {
   struct sigaction action {};
   sigaction(number, nullptr, &action);
   return action.sa_handler;
 }
 
 // The handler runs with all held signals blocked.
-void Catch(int number, void (*handler)(int)) {
+void Catch(int number, Handler handler) {
   struct sigaction action {};
   action.sa_handler = handler;
   action.sa_mask = HeldSignals();
   sigaction(number, &action, nullptr);
 }
 
-void NoteResize(int /*number*/) { terminal_changed = 1; }
-
-void Stop(int number) {
-  stop_in_curses(number);
-  terminal_changed = 1;  // nobody tells a stopped program of a new size
-}
+void NoteChange(int /*number*/) { terminal_changed = 1; }
 
 // Restores the terminal and ends the program as the signal does by default.
 void EndBySignal(int number) {
@@ -71,11 +65,9 @@ void CatchSignals() {
       Catch(number, EndBySignal);
     }
   }
-  stop_in_curses = HandlerOf(SIGTSTP);
-  if (stop_in_curses != SIG_IGN && stop_in_curses != SIG_DFL) {
-    Catch(SIGTSTP, Stop);
-  }
-  Catch(SIGWINCH, NoteResize);
+  Catch(SIGTSTP, HandlerOf(SIGTSTP));  // curses has one that restores the terminal meanwhile
+  Catch(SIGCONT, NoteChange);          // nobody tells a stopped program of a new size
+  Catch(SIGWINCH, NoteChange);
 }
 
 void AdmitSignals() {

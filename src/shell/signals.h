@@ -10,8 +10,8 @@
 void HoldSignals();
 
 // Installs their handlers: SIGINT shuts the program down; SIGTERM, SIGHUP and SIGQUIT, unless they
-// are ignored, restore the terminal and then have their ordinary effect; SIGTSTP and SIGWINCH do
-// what FollowTerminal needs to know. Called once, when curses has been started.
+// are ignored, restore the terminal and then have their ordinary effect; SIGTSTP stops the program
+// as curses does; SIGCONT and SIGWINCH are noted. Called once, when curses has been started.
 void CatchSignals();
 
 // Lets in those that wait, now.
@@ -20,6 +20,6 @@ void AdmitSignals();
 // The signal mask of the wait for a key, to be handed to ppoll: the present one without them.
 [[nodiscard]] sigset_t KeyWaitMask();
 
-// Whether the terminal may have another size or content than at the last call: it was resized, or
-// the program was stopped for a while.
+// Whether the terminal may have another size, content or mode than at the last call: it was
+// resized, or the program was stopped for a while.
 [[nodiscard]] bool TakeTerminalChange();

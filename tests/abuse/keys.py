@@ -1,4 +1,4 @@
-"""Random keys on terminals of random and changing sizes: keys.py PROGRAM [SECONDS [SEED]].
+"""Random keys on a terminal that is resized all the while: keys.py PROGRAM [SECONDS [SEED]].
 
 Every run of the program has a seed of its own, which is printed when it fails: with 0 seconds and
 that seed just this run is made again.
@@ -57,7 +57,17 @@ KINDS = (
 def size(rng):
     kinds = ((24, 80), (rng.randint(1, 60), rng.randint(1, 300)),
              (rng.randint(1, 24), rng.randint(1, 80)))
-    return rng.choice(kinds)
+    return rng.choice(kinds) if rng.random() < 0.99 else (300, 500)
+
+
+def send(session, rng, keys):
+    """Types the keys; now and then the terminal is resized between any of their bytes."""
+    while keys and rng.random() < 0.2:
+        cut = rng.randint(0, len(keys))
+        session.send(keys[:cut])
+        session.resize(*size(rng))
+        keys = keys[cut:]
+    session.send(keys)
 
 
 def expect_well_formed(file):
@@ -79,9 +89,7 @@ def run(program, seed):
             for _ in range(rng.randint(20, 200)):
                 keys = rng.choice(KINDS)(rng)
                 typed += len(keys)
-                session.send(keys)
-                if rng.random() < 0.1:
-                    session.resize(*size(rng))
+                send(session, rng, keys)
                 if rng.random() < 0.3:
                     session.settle()
                     expect_well_formed(place.file)
