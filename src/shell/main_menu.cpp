@@ -34,22 +34,21 @@ const MenuEntry* Above(const MenuEntry* entry) {
   return entry->row > MainMenu->row ? entry - 1 : LastMenuEntry;
 }
 
-// Draws the menu with `highlighted` marked, and the cursor on it if it lies within the screen.
-void DrawMenu(WINDOW* window, const MenuEntry* menu, const MenuEntry* highlighted,
-              const char* title) {
+// Draws the menu with the first entry marked and the cursor on it if it lies within the screen.
+void DrawMenu(WINDOW* window, const MenuEntry* menu, const char* title) {
   DrawTitle(window, title);
   for (const MenuEntry* entry = menu; entry->col != kTableEnd; ++entry) {
     DrawEntry(window, *entry);
   }
-  HighlightEntry(highlighted);
+  HighlightEntry(menu);
   DrawText(window, LINES - 2, kKeyLineColumn, "ENTER=Select  F3=Quit");
-  wmove(window, highlighted->row, highlighted->col);
+  wmove(window, menu->row, menu->col);
 }
 
 }  // namespace
 
 int PaintMenu(WINDOW* window, const MenuEntry* menu, const char* title) {
-  DrawMenu(window, menu, menu, title);
+  DrawMenu(window, menu, title);
   for (LastMenuEntry = menu; LastMenuEntry[1].col != kTableEnd; ++LastMenuEntry) {
   }
   return wrefresh(window);
@@ -78,7 +77,14 @@ int QuitCfg(WINDOW* /*window*/) { Shutdown(0); }
 
 bool MenuLayer::LayOut() {
   Frame(window());
-  DrawMenu(window(), MainMenu, highlighted_, kMenuTitle);
+  DrawMenu(window(), MainMenu, kMenuTitle);
+  if (highlighted_ != MainMenu) {
+    UnhighlightEntry(MainMenu);
+    HighlightEntry(highlighted_);
+    if (wmove(window(), highlighted_->row, highlighted_->col) == ERR) {
+      wmove(window(), 0, 0);  // on no entry
+    }
+  }
   return true;
 }
 
