@@ -14,14 +14,26 @@ fuzz_packages=("${test_packages[@]}" clang libclang-rt-14-dev)
 # shellcheck disable=SC2034
 abuse_packages=("${test_packages[@]}" python3 strace)
 
+# Debian's own, whatever comes first in the path.
+# shellcheck disable=SC2034
+python=/usr/bin/python3
+
 die() {
   printf '%s: %s\n' "${0##*/}" "$*" >&2
   exit 1
 }
 
-# require_packages PACKAGE...: installs the Debian packages that are missing, or says which and ends.
+# verdict TEXT: the last line of a script that has done what it is for.
+verdict() { printf '%s: %s\n' "${0##*/}" "$*" >&2; }
+
+require_root() {
+  ((EUID == 0)) || die "needs root: nobody else may change the configuration"
+}
+
+# require_packages PACKAGE...: installs the Debian packages that are missing, or says how and ends.
 require_packages() {
-  command -v dpkg-query >/dev/null || die "this is not a Debian system; build with cmake directly"
+  command -v dpkg-query >/dev/null ||
+    die "this is not a Debian system; README.md tells how to build without the scripts"
 
   local package missing=() as_root=()
   for package in "$@"; do
@@ -34,7 +46,8 @@ require_packages() {
     if command -v sudo >/dev/null && { sudo -n true 2>/dev/null || [[ -t 0 ]]; }; then
       as_root=(sudo)
     else
-      die "missing packages; as root, install: ${missing[*]}"
+      die "packages are missing; install them as root:
+apt-get install --no-install-recommends ${missing[*]}"
     fi
   fi
   echo "Installing: ${missing[*]}" >&2

@@ -1,4 +1,4 @@
-"""The program on a pseudo-terminal, in an installation of its own."""
+"""The program on a pseudo-terminal, in an installation of its own, for tests and measurements."""
 
 import fcntl
 import os
@@ -14,12 +14,13 @@ import tempfile
 import termios
 import time
 
-PATIENCE = 20  # seconds after which whatever is waited for counts as a hang
 PAUSE = 0.001
-PPOLL = {"x86_64": "271"}.get(platform.machine(), "73")  # the system call that waits for a key
+# The system calls that wait for a key: ppoll, and read from a program that does nothing else.
+PPOLL, READ = {"x86_64": ("271", "0")}.get(platform.machine(), ("73", "63"))
 
 ENTER, UP, DOWN, RIGHT, LEFT = b"\r", b"\x1bOA", b"\x1bOB", b"\x1bOC", b"\x1bOD"
 F3, F4 = b"\x1bOR", b"\x1bOS"
+ERASE, DELETE, CTRL_H = b"\x7f", b"\x1b[3~", b"\x08"
 
 COMMENTS = (b"#Event external security configuration\n"
             b"#Format: -n=nodemask,usermask,mode(D|E|W)\n")
@@ -52,7 +53,12 @@ class Installation:
 
 
 class Program:
-    """A run of the program. Leaving the "with" kills it if it is still there."""
+    """A run of the program. Leaving the "with" kills it if it is still there.
+
+    `started` is when that was, `painted` when it last wrote something.
+    """
+
+    patience = 20  # seconds after which whatever is waited for counts as a hang
 
     def __init__(self, program, installation, size=(24, 80), term="tmux", options=(), prefix=(),
                  no_input=False, ignored=()):
@@ -65,6 +71,7 @@ class Program:
         self.before = termios.tcgetattr(self.slave)
         self.resize(*size)
         command = [*prefix, os.path.realpath(program), *options]
+        self.started = self.painted = time.perf_counter()
         self.pid = os.fork()
         if self.pid == 0:
             try:
@@ -110,10 +117,11 @@ class Program:
         ready, _, _ = select.select([self.master] if self.master is not None else [], [], [], PAUSE)
         if ready:
             self.output += os.read(self.master, 65536)
+            self.painted = time.perf_counter()
         return bool(ready)
 
     def until(self, condition, what):
-        deadline = time.monotonic() + PATIENCE
+        deadline = time.monotonic() + self.patience
         while not condition():
             if time.monotonic() > deadline:
                 raise Failure(f"hang: {what}; {self._proc('stat')[:40]} {self._proc('syscall')}")
@@ -140,12 +148,23 @@ class Program:
     def asleep(self):
         """Whether no key is on its way, which only a poll can tell, and one is waited for."""
         unread, _, _ = select.select([self.slave], [], [], 0)
-        return not unread and self._proc("syscall").split(" ")[0] == PPOLL
+        call, *arguments = self._proc("syscall").split(" ")
+        return not unread and (call == PPOLL or (call == READ and arguments[0] == "0x0"))
 
     def settle(self):
         """Waits until the program has taken all keys and waits for the next one."""
         self.until(lambda: self.ended() or (self.asleep() and not self.drain() and self.asleep()),
                    "does not come back to wait for a key")
+
+    def press(self, *keys):
+        """Sends the keys one by one and returns what each of them draws."""
+        drawn = []
+        for key in keys:
+            begin = len(self.output)
+            self.send(key)
+            self.settle()
+            drawn.append(self.output[begin:])
+        return drawn
 
     def ended(self):
         if self.status is None:
