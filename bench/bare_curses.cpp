@@ -5,9 +5,9 @@
 #include <array>
 #include <clocale>
 
-static constexpr std::array<const char*, 4> kEntries{
-    "Add Node Security Entry", "Show / Change Node Security Entry", "Remove Node Security Entry",
-    "Quit"};
+static constexpr std::array<const char*, 4> kEntries{"Add Node Security Entry",
+                                                     "Show / Change Node Security Entry",
+                                                     "Remove Node Security Entry", "Quit"};
 
 static void Draw(int entry) {
   mvaddstr(5 + 2 * entry, 5, kEntries.at(static_cast<std::size_t>(entry)));
