@@ -1,7 +1,7 @@
 """What the program costs, beside what does the same with less around it.
 
-costs.py start PROGRAM BARE   start and stop, beside curses alone; in time, the program's start and end
-                              each run the command "clear", too
+costs.py start PROGRAM BARE   start and stop, beside curses alone; the program's times include the
+                              command "clear", which it runs at both
 costs.py keys PROGRAM BARE    a move in the menu, beside curses alone; the bytes that keys draw
 costs.py store BENCHMARK      look up, replace and delete among 100,000 records, beside awk and sed
 
@@ -152,7 +152,7 @@ def keys(program, bare):
 
 
 def run(command, file):
-    """Runs the command on a fresh copy of the file; returns its processor and its wall time in ms."""
+    """Runs the command on a fresh copy of the file; returns processor and wall time in ms."""
     shutil.copyfile("pristine", file)
     begin = time.perf_counter()
     output = (os.POSIX_SPAWN_OPEN, 1, "output", os.O_WRONLY | os.O_CREAT | os.O_TRUNC, 0o600)

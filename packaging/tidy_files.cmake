@@ -1,7 +1,7 @@
 # Run on the files of the package before it is made: keeps the program's symbols, in "symbols" beside
-# the package, under the build id by which debuggers look for them; strips the program, as CPack's own
-# stripping leaves the compiler's comments in; and gives directories the permissions that the caller's
-# umask may have taken.
+# the package, under the build id by which debuggers look for them; strips the program, as CPack's
+# own stripping leaves the compiler's comments in; and gives directories the permissions that the
+# caller's umask may have taken.
 set(program ${CPACK_TEMPORARY_INSTALL_DIRECTORY}${CPACK_NODEWARDEN_PROGRAM})
 
 execute_process(COMMAND ${CPACK_NODEWARDEN_READELF} -n ${program}

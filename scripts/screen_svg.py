@@ -38,7 +38,8 @@ def draw(line, y, cursor):
                    f'width="{WIDTH * len(text)}" height="{HEIGHT}" fill="{paper}"/>')
         for word in re.finditer(r"\S+", text):
             yield (f'<text x="{MARGIN + WIDTH * (column + word.start())}" y="{y + 14}" '
-                   f'textLength="{WIDTH * len(word[0])}" fill="{ink}">{html.escape(word[0])}</text>')
+                   f'textLength="{WIDTH * len(word[0])}" fill="{ink}">'
+                   f'{html.escape(word[0])}</text>')
         column += len(text)
 
 
