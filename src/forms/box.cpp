@@ -2,19 +2,24 @@
 
 #include <utility>
 
-Box::Box(int rows, int columns)
-    : Box(rows, columns, OpenWindow(rows, columns, (LINES - rows) / 2, (COLS - columns) / 2)) {}
+#include "forms/key_input.h"
+
+Box::Box(int rows, int columns) : Box(rows, columns, OpenWindow(rows, columns)) {}
 
 Box::Box(int rows, int columns, WindowPtr window)
     : Layer(window.get()),
       rows_(rows),
       columns_(columns),
       owned_(std::move(window)),
-      open_(owned_ != nullptr) {}
+      open_(owned_ != nullptr && Centre()) {}
+
+bool Box::Centre() {
+  return rows_ <= LINES && columns_ <= COLS &&
+         Place(window(), rows_, columns_, (LINES - rows_) / 2, (COLS - columns_) / 2);
+}
 
 bool Box::LayOut() {
-  open_ = open_ && rows_ <= LINES && columns_ <= COLS &&
-          Place(window(), rows_, columns_, (LINES - rows_) / 2, (COLS - columns_) / 2);
+  open_ = open_ && Centre();
   if (open_) {
     Frame(window());
     Draw();
@@ -24,6 +29,14 @@ bool Box::LayOut() {
     untouchwin(window());
   }
   return open_;
+}
+
+int Box::ReadBoxKey() {
+  const int key = ReadKey(window());
+  if (!open_ && key != KEY_RESIZE) {
+    ungetch(key);
+  }
+  return key;
 }
 
 void Box::Close(WINDOW* parent) {

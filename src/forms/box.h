@@ -13,17 +13,21 @@ class Box : public Layer {
 
   bool LayOut() final;
 
-  // Takes the box off the screen and shows `parent` again.
+  // Takes the box off the screen and shows `parent` again. No key may be read after it.
   void Close(WINDOW* parent);
 
  protected:
   Box(int rows, int columns);
+
+  // Reads a key. One that finds the box closed is left to what lies below.
+  int ReadBoxKey();
 
   // Draws all that stands within the border and puts the cursor where it belongs.
   virtual void Draw() = 0;
 
  private:
   Box(int rows, int columns, WindowPtr window);
+  bool Centre();
 
   int rows_, columns_;
   WindowPtr owned_;

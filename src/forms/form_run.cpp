@@ -70,9 +70,12 @@ FormRun* FormRun::On(const WINDOW* window) {
 }
 
 bool FormRun::LayOut() {
-  if (field_ != nullptr) {
+  if (Current() != nullptr) {
+    const int room_before = line_.room;
     Measure();
-    line_.Fit();
+    if (line_.room != room_before) {
+      line_.Fit();
+    }
   }
   Show();
   return true;
@@ -103,9 +106,10 @@ void FormRun::Adopt() {
     return;
   }
   const int shown_at = at.column - field_->field_column;
-  line_.cursor = line_.offset + shown_at;
-  if (shown_at > line_.room) {
-    Take(found);
+  if (shown_at <= line_.room) {
+    line_.cursor = line_.offset + shown_at;
+  } else {
+    Take(field_);
   }
   Show();
 }
@@ -119,7 +123,7 @@ void FormRun::EditKey(int key) {
     MoveToField(window(), key == KEY_DOWN ? NextField(table_, field) : PrevField(table_, field));
     return;
   }
-  const std::string text = line_.value;
+  const std::string text = line_.value;  // for the trace
   const LineEditor before = line_;
   switch (ApplyKey(line_, key)) {
     case Edit::kNothing:
@@ -151,12 +155,7 @@ FormRun::Cursor FormRun::Place() const {
 void FormRun::Take(ScreenField* field) {
   field_ = field != nullptr && field->value != nullptr ? field : nullptr;
   if (field_ != nullptr) {
-    line_ = {.value = field_->value,
-             .width = field_->width,
-             .room = 0,
-             .reach = 0,
-             .offset = 0,
-             .cursor = 0};
+    line_ = {.value = field_->value, .width = field_->width};
     Measure();
   }
 }

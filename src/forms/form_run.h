@@ -48,5 +48,5 @@ class FormRun final : public Layer {
 
   ScreenField* table_;
   ScreenField* field_ = nullptr;  // kept while it is out of sight
-  LineEditor line_{};             // the value of field_
+  LineEditor line_{nullptr, 0};   // the value of field_
 };

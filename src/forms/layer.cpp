@@ -14,13 +14,20 @@ namespace {
 // Whether the environment fixes the dimension, as curses has taken it over at the start.
 bool IsFixed(const char* name) {
   const char* value = std::getenv(name);
-  return value != nullptr && std::strtol(value, nullptr, 10) > 0;
+  char* end = nullptr;
+  return value != nullptr && std::strtol(value, &end, 0) > 0 && *end == '\0';
 }
 
+// Has curses take over the size, which leaves the KEY_RESIZE.
 void TakeOverSize() {
   winsize size{};
-  if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_row > 0 && size.ws_col > 0) {
-    resizeterm(IsFixed("LINES") ? LINES : size.ws_row, IsFixed("COLUMNS") ? COLS : size.ws_col);
+  if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) != 0 || size.ws_row == 0 || size.ws_col == 0) {
+    return;
+  }
+  const int rows = IsFixed("LINES") ? LINES : size.ws_row;
+  const int columns = IsFixed("COLUMNS") ? COLS : size.ws_col;
+  if (is_term_resized(rows, columns)) {
+    resizeterm(rows, columns);
   }
 }
 
@@ -38,7 +45,10 @@ void FollowTerminal() {
   if (!TakeTerminalChange()) {
     return;
   }
-  reset_prog_mode();
+  if (isendwin()) {
+    doupdate();  // back from a stop
+  }
+  reset_prog_mode();  // which a stop that could not be caught has left to others
   TakeOverSize();
   for (Layer* layer = Layer::Bottom(); layer != nullptr; layer = layer->above()) {
     if (layer->LayOut()) {

@@ -66,9 +66,6 @@ Edit LineEditor::Remove(int index) {
 
 void LineEditor::Fit() {
   const int length = Length();
-  if (length <= room) {
-    offset = 0;
-  } else if (cursor > offset + room) {
-    offset = std::min(cursor, cursor < length ? cursor - room + 1 : cursor - room);
-  }
+  const int last_place = std::max(cursor < length ? room - 1 : room, 0);
+  offset = length <= room ? 0 : std::max(offset, cursor - last_place);
 }

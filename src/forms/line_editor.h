@@ -12,12 +12,12 @@ enum class Edit {
 };
 
 struct LineEditor {
-  char* value;  // zero-terminated, zero-filled to its width + 1 bytes
-  int width;    // most characters of the value
-  int room;     // characters that show at a time
-  int reach;    // how far right of the first column the key Right takes the cursor, at most `room`
-  int offset;   // index of the first character that shows
-  int cursor;   // index of the character under the cursor
+  char* value;     // zero-terminated, zero-filled to its width + 1 bytes
+  int width;       // most characters of the value
+  int room = 0;    // characters that show at a time
+  int reach = 0;   // how far right of the first column the key Right takes the cursor
+  int offset = 0;  // index of the first character that shows
+  int cursor = 0;  // index of the character under the cursor
 
   [[nodiscard]] int Length() const;
 

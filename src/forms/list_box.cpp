@@ -35,17 +35,17 @@ class ItemTable {
     std::for_each_n(texts_.begin(), count_, [](const char* text) { delete[] text; });
   }
 
-  // Calls the provider until its end, keeping what there is room for.
-  void Gather(ItemProvider provider, ScreenField* field) {
+  // Calls the provider until its end, keeping what there is room for. Returns how many that are.
+  int Gather(ItemProvider provider, ScreenField* field) {
     while (const char* text = provider(field)) {
       const auto length = static_cast<int>(strnlen(text, kMaxItemLength));
       TraceFormat("ListBox Item:  %.*s", length, text);
       Add(text, static_cast<std::size_t>(length));
     }
+    return count_;
   }
 
   [[nodiscard]] const char* const* texts() const { return texts_.data(); }
-  [[nodiscard]] int count() const { return count_; }
 
  private:
   void Add(const char* text, std::size_t length) {
@@ -96,33 +96,12 @@ void DrawMarker(WINDOW* box, int row, int hidden_items, const char* end_marker) 
   DrawText(box, row, kTextColumn, hidden_items > 0 ? more : end_marker);
 }
 
-// Draws one page of the `count` texts in `items` with its markers, from the item `first` (at most
-// `count`) on, at most `page_size` items.
-void DrawPage(WINDOW* box, const char* const* items, int first, int count, int page_size) {
-  DrawMarker(box, kTopMarkerRow, first, kTopMarker);
-  const int shown = std::min(page_size, count - first);
-  for (int line = 0; line < shown; ++line) {
-    BlankRow(box, kFirstItemRow + line, kTextColumn);
-    DrawText(box, kFirstItemRow + line, kTextColumn, items[first + line]);
-  }
-  DrawMarker(box, kFirstItemRow + shown, count - shown - first, kBottomMarker);
-}
-
-// Draws such a page and shows it.
-void PaintListBox(WINDOW* box, const char* const* items, int first, int count, int page_size) {
-  TraceLog("Enter PaintListBox");
-  DrawPage(box, items, first, count, page_size);
-  wrefresh(box);
-  TraceLog("Exit PaintListBox");
-}
-
 class ListBoxLayer final : public Box {
  public:
   ListBoxLayer() : Box(kBoxRows, kBoxColumns) {}
 
   void Gather(ItemProvider provider, ScreenField* field) {
-    items_.Gather(provider, field);
-    page_.count = items_.count();
+    page_.count = items_.Gather(provider, field);
   }
 
   // Lets the operator move through the list. Returns the chosen text, null when the list was left
@@ -130,20 +109,44 @@ class ListBoxLayer final : public Box {
   const char* Choose();
 
  private:
-  void Draw() override {
-    DrawKeys();
-    DrawPage(window(), items_.texts(), page_.top, page_.count, kPageSize);
-    wmove(window(), page_.row, kTextColumn);
-  }
-  void DrawKeys() {
-    DrawText(window(), kPromptRow, kTextColumn, "Press ENTER after selecting an item");
-    DrawText(window(), kKeyLineRow, kTextColumn, "ENTER=Select  F3=Cancel");
-  }
+  void Draw() override;
+  void DrawKeys();
+  void DrawPage();
+  void PaintListBox();
   void Move(int key);
 
   ItemTable items_;
   Page page_;
 };
+
+void ListBoxLayer::Draw() {
+  DrawKeys();
+  DrawPage();
+  wmove(window(), page_.row, kTextColumn);
+}
+
+void ListBoxLayer::DrawKeys() {
+  DrawText(window(), kPromptRow, kTextColumn, "Press ENTER after selecting an item");
+  DrawText(window(), kKeyLineRow, kTextColumn, "ENTER=Select  F3=Cancel");
+}
+
+// Draws the items of the page between their markers.
+void ListBoxLayer::DrawPage() {
+  DrawMarker(window(), kTopMarkerRow, page_.top, kTopMarker);
+  const int shown = std::min(kPageSize, page_.count - page_.top);
+  for (int line = 0; line < shown; ++line) {
+    BlankRow(window(), kFirstItemRow + line, kTextColumn);
+    DrawText(window(), kFirstItemRow + line, kTextColumn, items_.texts()[page_.top + line]);
+  }
+  DrawMarker(window(), kFirstItemRow + shown, page_.count - shown - page_.top, kBottomMarker);
+}
+
+void ListBoxLayer::PaintListBox() {
+  TraceLog("Enter PaintListBox");
+  DrawPage();
+  wrefresh(window());
+  TraceLog("Exit PaintListBox");
+}
 
 // Acts on a cursor key, painting the page anew when it has scrolled.
 void ListBoxLayer::Move(int key) {
@@ -154,17 +157,17 @@ void ListBoxLayer::Move(int key) {
     page_.Up();
   }
   if (page_.top != top_before) {
-    PaintListBox(window(), items_.texts(), page_.top, page_.count, kPageSize);
+    PaintListBox();
   }
 }
 
 const char* ListBoxLayer::Choose() {
   DrawKeys();
-  PaintListBox(window(), items_.texts(), page_.top, page_.count, kPageSize);
+  PaintListBox();
   for (;;) {
     wmove(window(), page_.row, kTextColumn);
     wrefresh(window());
-    const int key = ReadKey(window());
+    const int key = ReadBoxKey();
     if (!open() || key == KEY_F(3) || (IsEnterKey(key) && page_.count == 0)) {
       return nullptr;
     }

@@ -125,7 +125,7 @@ int MessageBoxLayer::Choose() {
   Draw();
   for (;;) {
     wrefresh(window());
-    const int key = ReadKey(window());
+    const int key = ReadBoxKey();
     if (!open()) {
       return 0;
     }

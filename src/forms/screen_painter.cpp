@@ -19,11 +19,6 @@ chtype CharacterAt(WINDOW* window, int row, int column, chtype otherwise) {
 }  // namespace
 
 void DrawScreen(WINDOW* window, ScreenField* table, const char* title) {
-  // Read at the bottom, as a long title covers the place at the top.
-  const chtype horizontal = CharacterAt(window, getmaxy(window) - 1, 1, kHorizontalBorder);
-  const chtype vertical = CharacterAt(window, 1, 0, kVerticalBorder);
-  wclear(window);
-  box(window, vertical, horizontal);
   if (title != nullptr) {
     DrawTitle(window, title);
   }
@@ -49,6 +44,11 @@ void DrawField(WINDOW* window, const ScreenField& field, int offset) {
 }
 
 int PaintScreen(WINDOW* window, ScreenField* table, const char* title) {
+  // Read at the bottom, as a long title covers the place at the top.
+  const chtype horizontal = CharacterAt(window, getmaxy(window) - 1, 1, kHorizontalBorder);
+  const chtype vertical = CharacterAt(window, 1, 0, kVerticalBorder);
+  wclear(window);
+  box(window, vertical, horizontal);
   DrawScreen(window, table, title);
   ScreenField* first = FirstField(table);
   if (FormRun* form = FormRun::On(window); form != nullptr) {

@@ -4,8 +4,8 @@
 
 #include "forms/forms.h"
 
-// Clears the window but for its border and draws the title (may be null) over it, the labels, and
-// the fields from their first characters.
+// Draws the title (may be null), the labels, and the fields from their first characters on a window
+// that has nothing but its border.
 void DrawScreen(WINDOW* window, ScreenField* table, const char* title);
 
 // Draws the field, its value from index `offset` on, without touching the right border. The cursor

@@ -5,12 +5,12 @@ void Frame(WINDOW* window) {
   box(window, kVerticalBorder, kHorizontalBorder);
 }
 
-WindowPtr OpenWindow(int rows, int columns, int row, int column) {
+WindowPtr OpenWindow(int rows, int columns) {
   // curses itself would make a window that hangs over the edge.
   if (rows > LINES || columns > COLS) {
     return nullptr;
   }
-  WindowPtr window(newwin(rows, columns, row, column));
+  WindowPtr window(newwin(rows, columns, 0, 0));
   if (window) {
     keypad(window.get(), TRUE);
     Frame(window.get());

@@ -17,9 +17,9 @@ inline constexpr chtype kHorizontalBorder = '-';
 // Clears the window and draws its border.
 void Frame(WINDOW* window);
 
-// Opens a framed window with keypad translation at (row, column) of the screen; null when it cannot
+// Opens a framed window with keypad translation at the top left of the screen; null when it cannot
 // be created or is larger than the screen.
-WindowPtr OpenWindow(int rows, int columns, int row, int column);
+WindowPtr OpenWindow(int rows, int columns);
 
 // Gives the window this size and place, which lie within the screen. Returns whether that worked.
 bool Place(WINDOW* window, int rows, int columns, int row, int column);

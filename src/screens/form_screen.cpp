@@ -43,7 +43,7 @@ void ListValues(const FormScreen& screen, WINDOW* win, ScreenField* field) {
 OpenScreen::OpenScreen(const FormScreen& screen, WINDOW* parent)
     : screen_(screen), parent_(parent) {
   TraceFormat("Enter %s", screen_.operation);
-  window_ = OpenWindow(LINES, COLS, 0, 0);
+  window_ = OpenWindow(LINES, COLS);
   complete_ = window_ && AllocScreenFields(screen_.table) == 0;
 }
 

@@ -39,6 +39,7 @@ void DrawMenu(WINDOW* window, const MenuEntry* menu, const char* title) {
   DrawTitle(window, title);
   for (const MenuEntry* entry = menu; entry->col != kTableEnd; ++entry) {
     DrawEntry(window, *entry);
+    LastMenuEntry = entry;
   }
   HighlightEntry(menu);
   DrawText(window, LINES - 2, kKeyLineColumn, "ENTER=Select  F3=Quit");
@@ -49,8 +50,6 @@ void DrawMenu(WINDOW* window, const MenuEntry* menu, const char* title) {
 
 int PaintMenu(WINDOW* window, const MenuEntry* menu, const char* title) {
   DrawMenu(window, menu, title);
-  for (LastMenuEntry = menu; LastMenuEntry[1].col != kTableEnd; ++LastMenuEntry) {
-  }
   return wrefresh(window);
 }
 
@@ -78,7 +77,7 @@ int QuitCfg(WINDOW* /*window*/) { Shutdown(0); }
 bool MenuLayer::LayOut() {
   Frame(window());
   DrawMenu(window(), MainMenu, kMenuTitle);
-  if (highlighted_ != MainMenu) {
+  if (highlighted_ != MainMenu) {  // as if moved to: over the key line where there is no other room
     UnhighlightEntry(MainMenu);
     HighlightEntry(highlighted_);
     if (wmove(window(), highlighted_->row, highlighted_->col) == ERR) {
@@ -90,23 +89,22 @@ bool MenuLayer::LayOut() {
 
 void MenuLayer::Run() {
   for (;;) {
-    getyx(stdscr, MenuCursorRow, MenuCursorCol);
-    const MenuEntry* current = FindMenuEntry(MainMenu, MenuCursorRow, MenuCursorCol);
-    const int key = ReadKey(stdscr);
+    getyx(window(), MenuCursorRow, MenuCursorCol);
+    const int key = ReadKey(window());
     if (key == KEY_F(3)) {
       Shutdown(0);
     }
-    if (current != nullptr) {
+    if (FindMenuEntry(MainMenu, getcury(window()), getcurx(window())) != nullptr) {
       HandleKey(key);
-      wmove(stdscr, highlighted_->row, highlighted_->col);
+      wmove(window(), highlighted_->row, highlighted_->col);
     }
-    wrefresh(stdscr);
+    wrefresh(window());
   }
 }
 
 void MenuLayer::HandleKey(int key) {
   if (IsEnterKey(key)) {
-    RunEntryAction(stdscr, highlighted_);
+    RunEntryAction(window(), highlighted_);
   } else if (key == KEY_DOWN) {
     MoveTo(Below(highlighted_));
   } else if (key == KEY_UP) {
@@ -116,7 +114,7 @@ void MenuLayer::HandleKey(int key) {
 
 // Moves highlight and cursor; an entry outside the screen gets neither.
 void MenuLayer::MoveTo(const MenuEntry* entry) {
-  if (wmove(stdscr, entry->row, entry->col) == OK) {
+  if (wmove(window(), entry->row, entry->col) == OK) {
     UnhighlightEntry(highlighted_);
     HighlightEntry(entry);
     highlighted_ = entry;

@@ -5,6 +5,7 @@
 
 #include <clocale>
 #include <cstdlib>
+#include <exception>
 
 #include "forms/forms.h"
 #include "forms/key_input.h"
@@ -25,6 +26,11 @@ void StartCurses() {
   // Only for the characters of the window corners: everything else stays ASCII.
   (void)std::setlocale(LC_CTYPE, "");
   initscr();
+  // An allocation that fails, too, is to leave a usable terminal.
+  std::set_terminate([] {
+    endwin();
+    std::abort();
+  });
   if (std::getenv("ESCDELAY") == nullptr) {
     set_escdelay(kEscapeDelay);
   }
@@ -36,8 +42,8 @@ int main(int argc, char** argv) {
   HoldSignals();
   RunShellCommand("clear");
   ParseArgs(argc, argv);
-  StartCurses();
   CatchSignals();
+  StartCurses();
   const auto user = static_cast<int>(geteuid());
   if (user != 0) {
     RootAuthority = 0;

@@ -40,15 +40,22 @@ void Catch(int number, Handler handler) {
 
 void NoteChange(int /*number*/) { terminal_changed = 1; }
 
-// Restores the terminal and ends the program as the signal does by default.
-void EndBySignal(int number) {
-  endwin();
+// Restores the terminal and does what the signal does by default: ends the program, or stops it
+// until it is continued.
+void ActByDefault(int number) {
+  if (!isendwin()) {  // else it is another's by now
+    endwin();
+  }
   (void)std::signal(number, SIG_DFL);
   (void)std::raise(number);
-  sigset_t pending;
-  sigemptyset(&pending);
-  sigaddset(&pending, number);
-  sigprocmask(SIG_UNBLOCK, &pending, nullptr);
+  sigset_t raised;
+  sigemptyset(&raised);
+  sigaddset(&raised, number);
+  sigprocmask(SIG_UNBLOCK, &raised, nullptr);
+  // Here again after a stop.
+  def_shell_mode();  // the operator may have changed it
+  Catch(number, ActByDefault);
+  terminal_changed = 1;
 }
 
 }  // namespace
@@ -60,14 +67,13 @@ void HoldSignals() {
 
 void CatchSignals() {
   Catch(SIGINT, Shutdown);
-  for (const int number : {SIGTERM, SIGHUP, SIGQUIT}) {
+  for (const int number : {SIGTERM, SIGHUP, SIGQUIT, SIGTSTP}) {
     if (HandlerOf(number) != SIG_IGN) {
-      Catch(number, EndBySignal);
+      Catch(number, ActByDefault);
     }
   }
-  Catch(SIGTSTP, HandlerOf(SIGTSTP));  // curses has one that restores the terminal meanwhile
-  Catch(SIGCONT, NoteChange);          // nobody tells a stopped program of a new size
   Catch(SIGWINCH, NoteChange);
+  Catch(SIGCONT, NoteChange);  // SIGWINCH goes to the foreground job only
 }
 
 void AdmitSignals() {

@@ -9,9 +9,10 @@
 // Blocks them until further notice. Called once, first thing at start-up.
 void HoldSignals();
 
-// Installs their handlers: SIGINT shuts the program down; SIGTERM, SIGHUP and SIGQUIT, unless they
-// are ignored, restore the terminal and then have their ordinary effect; SIGTSTP stops the program
-// as curses does; SIGCONT and SIGWINCH are noted. Called once, when curses has been started.
+// Installs their handlers: SIGINT shuts the program down; SIGTERM, SIGHUP, SIGQUIT and SIGTSTP,
+// unless they are ignored, restore the terminal and then have their ordinary effect; SIGCONT and
+// SIGWINCH are noted. Called once, before curses is started, which then leaves them alone: its own
+// handlers take over sizes unasked, and throw a held SIGTSTP away.
 void CatchSignals();
 
 // Lets in those that wait, now.
