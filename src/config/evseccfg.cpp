@@ -22,8 +22,13 @@ bool NamesPair(const WLNSRec* rec) {
 
 bool IsMode(char mode) { return mode == 'D' || mode == 'E' || mode == 'W'; }
 
-// The link that leads to the first record with the masks of `wanted`, or the null link at the end.
-WLNSRec** FindLink(RecordList& list, const WLNSRec& wanted) {
+// Loads every record into `list`. Returns the link that leads to the first one with the masks of
+// `wanted`, the null link at the end when there is none; null when WLNSReadError tells of an error.
+WLNSRec** LoadAndFind(RecordList& list, const WLNSRec& wanted) {
+  list.head = WLNSGetAllRecs();
+  if (WLNSReadError() != 0) {
+    return nullptr;
+  }
   WLNSRec** link = &list.head;
   while (*link != nullptr && !SamePair(**link, wanted)) {
     link = &(*link)->next;
@@ -31,52 +36,35 @@ WLNSRec** FindLink(RecordList& list, const WLNSRec& wanted) {
   return link;
 }
 
-// What one of the two mask lists is about: which mask of a record, and whether a list has it.
-struct MaskKind {
-  std::string_view (*mask)(const WLNSRec& rec);
-  int (*list_has)(const WLNSRec* list, const WLNSRec* rec);
-};
+// One of the two masks of a record.
+using MaskOf = const char* (*)(const WLNSRec& rec);
 
-constexpr MaskKind kNodeMasks{[](const WLNSRec& rec) { return std::string_view(rec.nodemask); },
-                              WLNSHasNodeMask};
-constexpr MaskKind kUserMasks{[](const WLNSRec& rec) { return std::string_view(rec.usermask); },
-                              WLNSHasUserMask};
+const char* NodeMask(const WLNSRec& rec) { return rec.nodemask; }
+const char* UserMask(const WLNSRec& rec) { return rec.usermask; }
 
-// The masks that a growing list holds. They are looked up in a set, so that long lists stay quick;
-// once there is no memory for the set, the list itself is walked.
-class ListedMasks {
- public:
-  explicit ListedMasks(const MaskKind& kind) : kind_(kind) {}
-
-  // Whether the mask of `rec` is new to `list`. It then counts as listed; `rec` must join the list
-  // and live as long as this object.
-  bool Add(const WLNSRec* list, const WLNSRec& rec) {
-    if (!walk_) {
-      try {
-        return masks_.insert(kind_.mask(rec)).second;
-      } catch (const std::bad_alloc&) {
-        walk_ = true;
-      }
-    }
-    return kind_.list_has(list, &rec) == 0;
+int HasMask(const WLNSRec* list, const WLNSRec& rec, MaskOf mask) {
+  while (list != nullptr && std::strcmp(mask(*list), mask(rec)) != 0) {
+    list = list->next;
   }
+  return list != nullptr ? 1 : 0;
+}
 
- private:
-  const MaskKind& kind_;
-  std::unordered_set<std::string_view> masks_;
-  bool walk_ = false;
-};
-
-WLNSRec* ListMasks(const char* nodeMask, const char* useridMask, const MaskKind& kind) {
+WLNSRec* ListMasks(const char* nodeMask, const char* useridMask, MaskOf mask) {
   WLNSEndRead();
   RecordList result;
   WLNSRec** end = &result.head;
-  ListedMasks listed(kind);
-  while (RecordPtr rec{WLNSReadRec(nodeMask, useridMask)}) {
-    if (listed.Add(result.head, *rec)) {
-      *end = rec.release();
-      end = &(*end)->next;
+  const WLNSRec* last = nullptr;  // of `result`; files often list records of one mask in a row
+  std::unordered_set<std::string_view> listed;  // views into `result`
+  try {
+    while (RecordPtr rec{WLNSReadRec(nodeMask, useridMask)}) {
+      if (HasMask(last, *rec, mask) == 0 && listed.insert(mask(*rec)).second) {
+        *end = rec.release();
+        last = *end;
+        end = &(*end)->next;
+      }
     }
+  } catch (const std::bad_alloc&) {
+    WLNSEndRead();  // the list ends early, as when there is no memory for a record
   }
   return result.Release();
 }
@@ -98,11 +86,11 @@ int WLNSUpdateRec(const WLNSRec* rec) {
   if (!NamesPair(rec) || !IsMode(rec->mode)) {
     return kRefused;
   }
-  RecordList list(WLNSGetAllRecs());
-  if (const int error = WLNSReadError(); error != 0) {
-    return error;
+  RecordList list;
+  WLNSRec** link = LoadAndFind(list, *rec);
+  if (link == nullptr) {
+    return WLNSReadError();
   }
-  WLNSRec** link = FindLink(list, *rec);
   if (*link == nullptr) {
     *link = new (std::nothrow) WLNSRec{};
     if (*link == nullptr) {
@@ -119,11 +107,11 @@ int WLNSDeleteRec(const WLNSRec* rec) {
   if (!NamesPair(rec)) {
     return kRefused;
   }
-  RecordList list(WLNSGetAllRecs());
-  if (const int error = WLNSReadError(); error != 0) {
-    return error;
+  RecordList list;
+  WLNSRec** link = LoadAndFind(list, *rec);
+  if (link == nullptr) {
+    return WLNSReadError();
   }
-  WLNSRec** link = FindLink(list, *rec);
   if (*link == nullptr) {
     return 0;
   }
@@ -132,9 +120,9 @@ int WLNSDeleteRec(const WLNSRec* rec) {
   return WLNSWriteRecs(list.Release());
 }
 
-WLNSRec* WLNSListNodeMasks(const char* useridMask) { return ListMasks("", useridMask, kNodeMasks); }
+WLNSRec* WLNSListNodeMasks(const char* useridMask) { return ListMasks("", useridMask, NodeMask); }
 
-WLNSRec* WLNSListUserMasks(const char* nodeMask) { return ListMasks(nodeMask, "", kUserMasks); }
+WLNSRec* WLNSListUserMasks(const char* nodeMask) { return ListMasks(nodeMask, "", UserMask); }
 
 WLNSRec* WLNSGetAllRecs() {
   WLNSEndRead();
@@ -148,19 +136,9 @@ WLNSRec* WLNSGetAllRecs() {
 }
 
 int WLNSHasNodeMask(const WLNSRec* list, const WLNSRec* rec) {
-  for (; list != nullptr; list = list->next) {
-    if (std::strcmp(list->nodemask, rec->nodemask) == 0) {
-      return 1;
-    }
-  }
-  return 0;
+  return HasMask(list, *rec, NodeMask);
 }
 
 int WLNSHasUserMask(const WLNSRec* list, const WLNSRec* rec) {
-  for (; list != nullptr; list = list->next) {
-    if (std::strcmp(list->usermask, rec->usermask) == 0) {
-      return 1;
-    }
-  }
-  return 0;
+  return HasMask(list, *rec, UserMask);
 }
