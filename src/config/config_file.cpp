@@ -33,6 +33,12 @@ struct FileCloser {
 };
 using FilePtr = std::unique_ptr<std::FILE, FileCloser>;
 
+#ifdef HAVE_FGETS_UNLOCKED
+constexpr auto* ReadLine = fgets_unlocked;
+#else
+constexpr auto* ReadLine = std::fgets;
+#endif
+
 // The read cursor: the stream of the walk under way, null between walks.
 constinit std::FILE* read_cursor = nullptr;
 
@@ -224,7 +230,7 @@ WLNSRec* WLNSReadRec(const char* nodeMask, const char* useridMask) {
   const std::string_view node_mask = nodeMask;
   const std::string_view user_mask = useridMask;
   char line[kLineSize];
-  while (fgets_unlocked(line, kLineSize, read_cursor) != nullptr) {
+  while (ReadLine(line, kLineSize, read_cursor) != nullptr) {
     const std::string_view text = Trimmed(line);
     if (text.empty()) {
       continue;
