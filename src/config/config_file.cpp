@@ -1,5 +1,7 @@
 #include "config/config_file.h"
 
+#include <fcntl.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -20,18 +22,18 @@
 namespace {
 
 constexpr const char* kFileName = "actnode.prf";
+constexpr std::string_view kComments =
+    "#Event external security configuration\n"
+    "#Format: -n=nodemask,usermask,mode(D|E|W)\n";
 constexpr std::string_view kRecordPrefix = "-n=";
 constexpr std::size_t kNodeNameLength = 63;  // most bytes of a node name
 constexpr int kLineSize = 256;               // a read takes at most 255 bytes of a line
-constexpr std::size_t kReadBufferSize = 16384;
-// Bytes of the longest record line, its line feed included.
-constexpr std::size_t kLongestRecord = sizeof "-n=,,m" + kNodeMaskLength + kUserMaskLength;
+constexpr std::size_t kBufferSize = 16384;
 constexpr unsigned char kBlank = ' ';
 
-struct FileCloser {
-  void operator()(std::FILE* file) const noexcept { (void)std::fclose(file); }
-};
-using FilePtr = std::unique_ptr<std::FILE, FileCloser>;
+// Errors of opening that mean there is no file to read: it is missing, may not be read or is no
+// file. After every other error its records may be there all the same.
+constexpr int kNoFile[] = {ENOENT, ENOTDIR, ELOOP, ENAMETOOLONG, EACCES, EPERM, ENXIO, ENODEV};
 
 #ifdef HAVE_FGETS_UNLOCKED
 constexpr auto* ReadLine = fgets_unlocked;
@@ -43,7 +45,7 @@ constexpr auto* ReadLine = std::fgets;
 constinit std::FILE* read_cursor = nullptr;
 
 // The buffer of the stream; a larger one than usual saves most of the system calls.
-constinit char read_buffer[kReadBufferSize] = {};
+constinit char read_buffer[kBufferSize] = {};
 
 // What cut the last walk short, 0 when nothing did.
 constinit int read_error = 0;
@@ -70,18 +72,17 @@ bool GetPaths(char (&dir)[kPathSize], char (&path)[kPathSize]) {
          std::snprintf(path, sizeof path, "%s%s", dir, kFileName) < kPathSize;
 }
 
-// A byte that trimming takes from the end of a line.
-bool IsTrimmedAtEnd(char byte) { return static_cast<unsigned char>(byte) <= kBlank; }
-
 // Opens the read cursor at the top of the file; false when there is nothing to read.
 bool OpenReadCursor() {
   read_error = 0;
   char dir[kPathSize];
   char path[kPathSize];
-  if (GetPaths(dir, path)) {
-    read_cursor = std::fopen(path, "r");  // a file that does not open reads as an empty one
+  if (!GetPaths(dir, path)) {
+    return false;
   }
+  read_cursor = std::fopen(path, "r");
   if (read_cursor == nullptr) {
+    read_error = std::ranges::find(kNoFile, errno) == std::end(kNoFile) ? errno : 0;
     return false;
   }
   (void)std::setvbuf(read_cursor, read_buffer, _IOFBF, sizeof read_buffer);
@@ -91,7 +92,7 @@ bool OpenReadCursor() {
 // Returns the record line without what trimming takes off; nothing when it is another line.
 std::string_view Trimmed(std::string_view line) {
   line.remove_prefix(std::min(line.find_first_not_of(' '), line.size()));
-  while (!line.empty() && IsTrimmedAtEnd(line.back())) {
+  while (!line.empty() && static_cast<unsigned char>(line.back()) <= kBlank) {
     line.remove_suffix(1);
   }
   return line.substr(0, line.starts_with(kRecordPrefix) ? line.size() : 0);
@@ -106,14 +107,14 @@ struct Fields {
 
 // Takes the field at the front of `text`, with the comma behind it, off the text; returns it, cut
 // to `length` bytes.
-std::string_view TakeField(std::string_view& text, std::size_t length) {
+constexpr std::string_view TakeField(std::string_view& text, std::size_t length) {
   const std::size_t comma = text.find(',');
   const std::string_view field = text.substr(0, std::min(comma, length));
   text.remove_prefix(comma == std::string_view::npos ? text.size() : comma + 1);
   return field;
 }
 
-Fields Split(std::string_view text) {
+constexpr Fields Split(std::string_view text) {
   const std::string_view node_mask = TakeField(text, kNodeMaskLength);
   const std::string_view user_mask = TakeField(text, kUserMaskLength);
   return {node_mask, user_mask, text.empty() ? '\0' : text.front()};
@@ -130,40 +131,115 @@ void Fill(WLNSRec& rec, const Fields& fields) {
   rec.mode = fields.mode;
 }
 
-std::size_t CountRecords(const WLNSRec* list) {
-  std::size_t count = 0;
-  for (const WLNSRec* rec = list; rec != nullptr; rec = rec->next) {
-    ++count;
-  }
-  return count;
+// Hands the line of a record to `put`, piece by piece. A missing mode is written as nothing.
+void PutRecord(const WLNSRec& rec, auto put) {
+  put(kRecordPrefix);
+  put(rec.nodemask);
+  put(",");
+  put(rec.usermask);
+  put(",");
+  put(std::string_view(&rec.mode, rec.mode == '\0' ? 0 : 1));
+  put("\n");
 }
 
-// The text of the whole file, made before the file is opened for writing.
-std::string FileText(const WLNSRec* list) {
-  std::string text =
-      "#Event external security configuration\n"
-      "#Format: -n=nodemask,usermask,mode(D|E|W)\n";
-  text.reserve(text.size() + CountRecords(list) * kLongestRecord);
+std::size_t TextSize(const WLNSRec* list) {
+  std::size_t size = kComments.size();
   for (const WLNSRec* rec = list; rec != nullptr; rec = rec->next) {
-    text.append(kRecordPrefix).append(rec->nodemask).append(",").append(rec->usermask).append(",");
-    // A mode that reading would trim away is no mode; written out, it would only be lost the
-    // next time.
-    if (!IsTrimmedAtEnd(rec->mode)) {
-      text += rec->mode;
+    PutRecord(*rec, [&size](std::string_view piece) { size += piece.size(); });
+  }
+  return size;
+}
+
+// Sets room for `size` bytes aside in a file, whose content and size stay. Returns the error number
+// when there is no such room, and 0 also where none can be set aside.
+int Reserve(int file, std::size_t size) {
+  rlimit limit{};
+  if (getrlimit(RLIMIT_FSIZE, &limit) == 0 && limit.rlim_cur < size) {
+    return EFBIG;  // a write beyond the limit would raise SIGXFSZ
+  }
+#ifdef FALLOC_FL_KEEP_SIZE
+  if (fallocate(file, FALLOC_FL_KEEP_SIZE, 0, static_cast<off_t>(size)) != 0 &&
+      (errno == ENOSPC || errno == EDQUOT || errno == EFBIG)) {
+    const int error = errno;
+    // Part of the room may have been set aside: it is given back.
+    [[maybe_unused]] const int cut = ftruncate(file, lseek(file, 0, SEEK_END));
+    return error;
+  }
+#endif
+  return 0;
+}
+
+// The file while it is rewritten. Its text goes through a buffer; that writing failed is not told.
+class TextFile {
+ public:
+  TextFile() = default;
+  TextFile(const TextFile&) = delete;
+  TextFile& operator=(const TextFile&) = delete;
+  ~TextFile() {
+    Flush();
+    if (file_ >= 0) {
+      (void)close(file_);
     }
-    text += '\n';
   }
-  return text;
-}
 
-// Replaces the content of the file in one burst. Returns 0 or the error number of the open.
-int ReplaceFile(const char* path, std::string_view text) {
-  const SignalHold hold;
-  const FilePtr file(std::fopen(path, "w"));
-  if (!file) {
-    return errno;
+  // Opens the file and empties it, or makes a new one. A file that exists is only emptied when it
+  // has room for `size` bytes. Returns 0 or the error number.
+  int Open(const char* path, std::size_t size) {
+    file_ = open(path, O_WRONLY);
+    const bool missing = file_ < 0 && errno == ENOENT;
+    if (missing) {
+      file_ = open(path, O_WRONLY | O_CREAT, 0666);
+    }
+    if (file_ < 0) {
+      return errno;
+    }
+    if (const int error = missing ? 0 : Reserve(file_, size); error != 0) {
+      return error;
+    }
+    // What is no regular file has no size to change, and needs none.
+    return ftruncate(file_, 0) == 0 || errno == EINVAL ? 0 : errno;
   }
-  (void)std::fwrite(text.data(), 1, text.size(), file.get());
+
+  // Appends a piece, which is not longer than the buffer.
+  void Put(std::string_view piece) {
+    const std::size_t fitting = piece.copy(buffer_ + used_, sizeof buffer_ - used_);
+    used_ += fitting;
+    if (fitting < piece.size()) {
+      Flush();
+      used_ = piece.copy(buffer_, sizeof buffer_, fitting);
+    }
+  }
+
+ private:
+  // Writes what is in the buffer, unless writing failed before.
+  void Flush() {
+    std::string_view rest(buffer_, std::exchange(used_, 0));
+    while (!rest.empty() && !failed_) {
+      const ssize_t written = write(file_, rest.data(), rest.size());
+      failed_ = written <= 0;
+      rest.remove_prefix(failed_ ? 0 : static_cast<std::size_t>(written));
+    }
+  }
+
+  int file_ = -1;
+  bool failed_ = false;
+  std::size_t used_ = 0;
+  char buffer_[kBufferSize];
+};
+
+// Replaces the content of the file. Returns 0, with the records released as they are written, or
+// the error number of the open.
+int ReplaceFile(const char* path, std::size_t size, RecordList& list) {
+  const SignalHold hold;
+  TextFile file;
+  if (const int error = file.Open(path, size); error != 0) {
+    return error;
+  }
+  file.Put(kComments);
+  while (const RecordPtr rec{list.head}) {
+    list.head = rec->next;
+    PutRecord(*rec, [&file](std::string_view piece) { file.Put(piece); });
+  }
   return 0;
 }
 
@@ -185,17 +261,17 @@ void MakeDirectory(const char* dir) {
   RunShellCommand(("mkdir " + ShellQuoted(dir) + " 2>/dev/null").c_str());
 }
 
-int RewriteFile(const WLNSRec* list) {
+int RewriteFile(RecordList& list) {
   char dir[kPathSize];
   char path[kPathSize];
   if (!GetPaths(dir, path)) {
     return kNoConfigPath;
   }
-  const std::string text = FileText(list);
-  int result = ReplaceFile(path, text);
+  const std::size_t size = TextSize(list.head);
+  int result = ReplaceFile(path, size, list);
   if (result == ENOENT) {
     MakeDirectory(dir);
-    result = ReplaceFile(path, text);
+    result = ReplaceFile(path, size, list);
   }
   return result;
 }
@@ -261,12 +337,12 @@ void WLNSEndRead() {
 }
 
 int WLNSWriteRecs(WLNSRec* list) {
-  const RecordList owner(list);
+  RecordList records(list);
   if (geteuid() != 0) {
     return kRefused;
   }
   try {
-    return RewriteFile(list);
+    return RewriteFile(records);
   } catch (const std::bad_alloc&) {
     return ENOMEM;
   }
@@ -274,8 +350,7 @@ int WLNSWriteRecs(WLNSRec* list) {
 
 void WLNSTrimLine(char* line) {
   const std::string_view rest = Trimmed(line);
-  std::memmove(line, rest.data(), rest.size());
-  line[rest.size()] = '\0';
+  std::char_traits<char>::move(line, rest.data(), rest.size())[rest.size()] = '\0';
 }
 
 void WLNSParseLine(WLNSRec* rec, const char* text) { Fill(*rec, Split(text)); }

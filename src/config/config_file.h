@@ -24,8 +24,9 @@ inline constexpr int kNoConfigPath = -2;  // the path of the file cannot be buil
 // end the walk, so that the next call starts at the top: give both masks or call until null.
 [[nodiscard]] WLNSRec* WLNSReadRec(const char* nodeMask, const char* useridMask);
 
-// Returns what cut the last walk short, ENOMEM or the error number of a failed read; 0 when it
-// ended at a match or at the end of the file, or when the file could not be opened at all.
+// Returns what cut the last walk short or kept it from beginning, ENOMEM or the error number of a
+// failed read or open; 0 when it ended at a match or at the end of the file, and also when there is
+// no file to read: it is missing, may not be read or is no file.
 [[nodiscard]] int WLNSReadError();
 
 // Ends a walk of WLNSReadRec early, so that the next call starts at the top of the file.
@@ -33,9 +34,10 @@ void WLNSEndRead();
 
 // Rewrites the file with the records of `list` (null for none), creating the node's directory when
 // it is missing. Takes the list over: every record is released whatever the outcome.
-// Returns 0, kRefused when the effective user id is not 0, kNoConfigPath, or the error number of
-// opening the file for writing (ENOMEM when the new text does not fit into memory: the file is
-// then as it was). Signals wait while the file is open.
+// Returns 0, also when writing fails, kRefused when the effective user id is not 0, kNoConfigPath,
+// or the error number of opening the file for writing. An existing file that has no room for the
+// new text does not open: ENOSPC, EDQUOT or EFBIG, and it is as it was. Signals wait while the file
+// is open.
 [[nodiscard]] int WLNSWriteRecs(WLNSRec* list);
 
 // Trims a line in place: blanks in front, and blanks and control characters at its end. A line

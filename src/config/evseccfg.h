@@ -16,8 +16,8 @@ inline constexpr int kRecordNotFound = 4;
 
 // Gives the record with the masks of `rec` its mode, or appends `rec` to the file. Returns -1 when
 // `rec` is null, one of its masks is empty or its mode is not 'D', 'E' or 'W', the error number of
-// reading when the file could be read only in part, ENOMEM when there is no memory for a new record
-// (the file is then left as it is), else the result of the writer.
+// reading when the file could not be read or only in part, ENOMEM when there is no memory for a new
+// record (the file is then left as it is), else the result of the writer.
 [[nodiscard]] int WLNSUpdateRec(const WLNSRec* rec);
 
 // Removes the record with the masks of `rec`; its mode is not looked at. Returns -1 when `rec` is

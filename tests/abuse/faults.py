@@ -23,6 +23,13 @@ UPDATED = b"Configuration for node <new> user <user> succe"
 FAILED = b"Update of external node security configuration"
 
 
+NO_DELETE = b"WLNSDeleteRec failed\n"
+
+
+def no_update(error):
+    return b"WLNSUpdateRec failed; rc=%d\n" % error
+
+
 def add(node):
     return ENTER + node + DOWN + b"user" + ENTER + ENTER
 
@@ -146,7 +153,7 @@ CASES = [
          times=20),
     Case("hang up", THOUSANDS, action=at_random(hang_up), status=-signal.SIGHUP, after=FILES,
          times=20),
-    *(Case(f"{end.__name__} while writing", fault="openat:delay_exit=200000:when=2",
+    *(Case(f"{end.__name__} while writing", fault="ftruncate:delay_exit=200000",
            action=while_writing(end), status=status, after=OLD + NEW)
       for end, status in ((interrupt, 0), (terminate, 1), (hang_up, -signal.SIGHUP))),
     Case("all keys", THOUSANDS, keys=KEYS, after=THOUSANDS),
@@ -154,33 +161,45 @@ CASES = [
            action=hang_up_unnoticed) for screen, keys in SCREENS.items()),
     Case("no input", start={"no_input": True}, action=nothing),
 
-    Case("full disk", SHORT, prepare=fill_disk, keys=ADD, seen=UPDATED,
-         after=(COMMENTS + b"-n=a,,\n" * 2457)[:3 * 4096]),
-    Case("full disk at once", fault="write:error=ENOSPC", keys=ADD, seen=UPDATED, after=b""),
-    Case("full disk, remove", OLD + NEW, fault="write:error=ENOSPC", keys=REMOVE, after=b""),
+    Case("full disk", SHORT, prepare=fill_disk, keys=ADD, seen=FAILED, trace=no_update(28),
+         after=SHORT),
+    Case("quota, remove", OLD + NEW, fault="fallocate:error=EDQUOT", keys=REMOVE, trace=NO_DELETE,
+         after=OLD + NEW),
+    Case("no room can be set aside", fault="fallocate:error=EOPNOTSUPP", keys=ADD, seen=UPDATED,
+         after=OLD + NEW),
+    Case("write error at once", fault="write:error=ENOSPC", keys=ADD, seen=UPDATED, after=b""),
+    Case("write error later", THOUSANDS, fault="write:error=EIO:when=2", keys=ADD, seen=UPDATED,
+         after=(THOUSANDS + NEW)[:16_384]),
+    Case("write error, remove", OLD + NEW, fault="write:error=ENOSPC", keys=REMOVE, after=b""),
     Case("full disk, no file", None, fault="openat:error=ENOSPC:when=2+", keys=ADD, seen=FAILED,
-         trace=b"WLNSUpdateRec failed; rc=28\n", after=None),
+         trace=no_update(28), after=None),
     Case("read-only disk", fault="openat:error=EROFS:when=2+", keys=ADD, seen=FAILED,
-         trace=b"WLNSUpdateRec failed; rc=30\n"),
+         trace=no_update(30)),
     Case("read-only disk, remove", OLD + NEW, fault="openat:error=EROFS:when=3+", keys=REMOVE,
-         trace=b"WLNSDeleteRec failed\n", after=OLD + NEW),
+         trace=NO_DELETE, after=OLD + NEW),
     Case("unreadable file", fault="openat:error=EACCES:when=1", keys=ADD, seen=UPDATED,
          after=COMMENTS + NEW),
-    Case("read error", fault="read:error=EIO", keys=ADD, seen=FAILED,
-         trace=b"WLNSUpdateRec failed; rc=5\n"),
+    *(Case(f"shortage, {error}", fault=f"openat:error={error}:when=1", keys=ADD, seen=FAILED,
+           trace=no_update(number))
+      for error, number in (("EMFILE", 24), ("ENFILE", 23), ("ENOMEM", 12), ("EINTR", 4),
+                            ("EIO", 5), ("ESTALE", 116))),
+    Case("shortage, remove", OLD + NEW, fault="openat:error=EMFILE:when=2", keys=REMOVE,
+         trace=NO_DELETE, after=OLD + NEW),
+    Case("shortage, list", fault="openat:error=EMFILE", keys=DOWN + ENTER + F4),
+    Case("read error", fault="read:error=EIO", keys=ADD, seen=FAILED, trace=no_update(5)),
     Case("full disk for the trace", fault="write:error=ENOSPC", at="trace", keys=ADD, seen=UPDATED,
          trace=b"", after=OLD + NEW),
     Case("read-only disk for the trace", fault="openat:error=EROFS", at="trace", keys=ADD,
          seen=UPDATED, after=OLD + NEW),
 
     Case("directory is a file", None, prepare=put_file_for_directory, keys=ADD, seen=FAILED,
-         trace=b"WLNSUpdateRec failed; rc=20\n", after=None),
+         trace=no_update(20), after=None),
     Case("no directory", None, prepare=lambda place: place.directory.rmdir(), keys=ADD,
          seen=UPDATED, after=COMMENTS + NEW),
     Case("no directory above", None, prepare=lambda place: shutil.rmtree(place.root / "opr"),
-         keys=ADD, seen=FAILED, trace=b"WLNSUpdateRec failed; rc=2\n", after=None),
+         keys=ADD, seen=FAILED, trace=no_update(2), after=None),
     Case("file is a directory", None, prepare=lambda place: place.file.mkdir(), keys=ADD,
-         seen=FAILED, trace=b"WLNSUpdateRec failed; rc=21\n", after=None),
+         seen=FAILED, trace=no_update(21), after=None),
 
     Case("100,000 records, add", MANY, keys=ADD, seen=UPDATED, after=MANY + NEW),
     Case("100,000 records, remove", MANY + NEW, keys=REMOVE, after=MANY),

@@ -3,8 +3,10 @@
 // Directories, whole files and environment variables for tests.
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -29,6 +31,14 @@ inline void SetEnvironment(const char* name, const char* value) {
   value == nullptr ? unsetenv(name) : setenv(name, value, 1);
 }
 
+// Sets a limit of the process, as far as its hard limit allows.
+inline void SetLimit(int resource, rlim_t most) {
+  rlimit limit{};
+  getrlimit(resource, &limit);
+  limit.rlim_cur = std::min(most, limit.rlim_max);
+  setrlimit(resource, &limit);
+}
+
 // Returns the whole text of a file, "" when there is none.
 inline std::string ReadFile(const std::string& path) {
   return {std::istreambuf_iterator<char>(std::ifstream(path).rdbuf()), {}};
@@ -42,20 +52,18 @@ inline constexpr const char* kFile = "opr/config/alpha/actnode.prf";
 inline constexpr const char* kComments =
     "#Event external security configuration\n#Format: -n=nodemask,usermask,mode(D|E|W)\n";
 
-// A test on an installation of its own, with the working directory as its root and kFile.
+extern uid_t test_user;  // what geteuid tells the store in a test of it
+
+// A test, for the superuser, on an installation of its own, with the working directory as its root
+// and kFile.
 class StoreTest : public testing::Test {
  protected:
   StoreTest() {
     std::filesystem::create_directories("opr/config/alpha");
     SetEnvironment("HLVHOME0000", ".");
+    test_user = 0;
   }
   TemporaryDirectory directory_;
-};
-
-class StoreTestAsRoot : public StoreTest {
-  void SetUp() override {
-    if (geteuid() != 0) GTEST_SKIP() << "needs root: nobody else may write the file";
-  }
 };
 
 // Returns a list of records as "alpha,ops,E;beta,root,D;" and releases it.
