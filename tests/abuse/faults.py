@@ -110,6 +110,10 @@ def terminate(session, _rng):
     os.kill(session.pid, signal.SIGTERM)
 
 
+def quit_key(session, _rng):
+    session.send(b"\x1c")
+
+
 def hang_up(session, _rng):
     session.hang_up()
 
@@ -149,13 +153,15 @@ SCREENS = {"menu": b"", "form": ENTER + b"ab", "list": DOWN + ENTER + F4, "messa
 
 CASES = [
     Case("interrupt", THOUSANDS, action=at_random(interrupt), after=FILES, times=500),
-    Case("terminate", THOUSANDS, action=at_random(terminate, b"F3=Quit"), status=1, after=FILES,
+    Case("terminate", THOUSANDS, action=at_random(terminate), status=-signal.SIGTERM, after=FILES,
+         times=20),
+    Case("quit key", THOUSANDS, action=at_random(quit_key), status=-signal.SIGQUIT, after=FILES,
          times=20),
     Case("hang up", THOUSANDS, action=at_random(hang_up), status=-signal.SIGHUP, after=FILES,
          times=20),
     *(Case(f"{end.__name__} while writing", fault="ftruncate:delay_exit=200000",
            action=while_writing(end), status=status, after=OLD + NEW)
-      for end, status in ((interrupt, 0), (terminate, 1), (hang_up, -signal.SIGHUP))),
+      for end, status in ((interrupt, 0), (terminate, -signal.SIGTERM), (hang_up, -signal.SIGHUP))),
     Case("all keys", THOUSANDS, keys=KEYS, after=THOUSANDS),
     *(Case(f"hang up unnoticed, {screen}", start={"ignored": [signal.SIGHUP]}, keys=keys,
            action=hang_up_unnoticed) for screen, keys in SCREENS.items()),

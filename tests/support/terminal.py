@@ -181,15 +181,14 @@ class Program:
         return self.status
 
     def expect_end(self, status):
-        """Waits for the end; for status 0 the terminal must be as it was before."""
+        """Waits for the end; the modes of the terminal must be as they were before."""
         self.wait()
         for report in sorted(self.root.glob("report*")):
             raise Failure(report.read_text(errors="replace"))
         if self.status != status:
             raise Failure(f"status {self.status} instead of {status}: {self.output[-300:]}")
-        if status == 0 and self.slave is not None:
-            if termios.tcgetattr(self.slave) != self.before:
-                raise Failure("the terminal's modes are not restored")
+        if self.slave is not None and termios.tcgetattr(self.slave) != self.before:
+            raise Failure("the terminal's modes are not restored")
 
     def expect_clear(self):
         if not CLEARED.search(self.output):
