@@ -1,5 +1,16 @@
-#include "screens/mask_check.h"
+#include <new>
+
+#include "config/record.h"
+#include "screens/screens.h"
+#include "shell/trace_log.h"
 #include "support/program.h"
+
+// Whether every record that is asked for cannot be had.
+static bool out_of_records = false;
+
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+  return out_of_records && size == sizeof(WLNSRec) ? nullptr : ::operator new(size);
+}
 
 namespace {
 
@@ -7,58 +18,50 @@ namespace {
 const std::string kAdd = kEnter;
 const std::string kShow = kDown + kEnter;
 const std::string kRemove = kDown + kDown + kEnter;
-const std::string kDeleteKey = "\x1b[3~";
 
-std::string Times(int count, const std::string& keys) {
-  std::string all;
-  for (; count > 0; --count) all += keys;
-  return all;
+// As long as the fields are wide.
+const std::string kLongNode = Times(6, "0123456789") + "node";
+const std::string kLongUserid = Times(3, "0123456789") + "id";
+
+std::string Stored(const std::string& node, const std::string& userid) {
+  return "Configuration for node <" + node + "> user <" + userid + "> successfully updated";
 }
 
-TEST(MaskCheck, TheLeftmostFaultDecides) {
-  using enum MaskFault;
-  for (const auto& [mask, fault] :
-       std::vector<std::pair<const char*, MaskFault>>{{"*", kNone},
-                                                      {"abc*", kNone},
-                                                      {" a b ", kNone},
-                                                      {"", kMissing},
-                                                      {"a?*", kQuestionMark},
-                                                      {"a*?", kEmbeddedStar},
-                                                      {"*abc", kEmbeddedStar},
-                                                      {"a**", kEmbeddedStar},
-                                                      {"a,?", kComma},
-                                                      {"?,", kQuestionMark}}) {
-    EXPECT_EQ(CheckMask(mask), fault) << mask;
-  }
+std::string NotFound(const std::string& node, const std::string& userid) {
+  return "Entry for Node <" + node + "> & User <" + userid + "> not found";
+}
+
+void ExpectInTrace(const std::string& lines) {
+  const std::string trace = ReadFile("trace");
+  EXPECT_NE(trace.find(lines), std::string::npos) << lines << "is not in:\n" << trace;
 }
 
 TEST_F(SuperuserTest, RefusesWrongFieldsOneMessageAtATime) {
-  Start();
-  Type(kAdd);
   const struct {
-    std::string keys;
-    const char* message;
-    Position field;  // where the cursor is put
+    std::string keys, message;
+    Position cursor;  // on the field that is wrong
   } kSteps[] = {{kDown + "?", "Node name is missing", {4, 25}},
                 {"a*b", "Imbedded \"*\" not allowed in node name mask", {4, 25}},
+                {"a**", "Imbedded \"*\" not allowed in node name mask", {4, 25}},
                 {"a?*", "\"?\" not allowed in node name mask", {4, 25}},
                 {"a,?", "\",\" not allowed in node name mask", {4, 25}},
                 {"abc", "\"?\" not allowed in userid mask", {5, 25}},
                 {"*x", "Imbedded \"*\" not allowed in userid mask", {5, 25}},
                 {",x", "\",\" not allowed in userid mask", {5, 25}},
-                {kDeleteKey + kDeleteKey, "userid mask is missing", {5, 25}},
+                {kDelete + kDelete, "userid mask is missing", {5, 25}},
                 {"u*" + kDown + "x", "Security Mode is invalid", {6, 25}},
-                {Times(7, kDeleteKey), "Security Mode is missing", {6, 25}},
-                {" E", "Security Mode is invalid", {6, 25}}};
-  for (const auto& [keys, message, field] : kSteps) {
-    TypeAndExpect(keys + kEnter, message);
-    EXPECT_EQ(terminal_->Cursor(), field) << message;
+                {Times(7, kDelete), "Security Mode is missing", {6, 25}},
+                {" e", "Security Mode is invalid", {6, 25}}};
+  Start();
+  Type(kAdd);
+  for (const auto& [keys, message, cursor] : kSteps) {
+    TypeAndRead(keys + kEnter, message);
+    EXPECT_EQ(terminal_->Cursor(), cursor) << message;
     EXPECT_FALSE(std::filesystem::exists(file_));
   }
-  TypeAndExpect("warn" + kEnter, "Configuration for node <abc> user <u*> success", "");
-  EXPECT_EQ(terminal_->Row(6).substr(24, 8), "[WARN]  ");
-  Type(kEnter);
-  EXPECT_EQ(Config(), ConfigText("abc,u*,W"));
+  EXPECT_EQ(terminal_->Row(6).substr(24, 5), "[ E] ");
+  TypeAndRead("warn" + kEnter, Stored("abc", "u*"));
+  EXPECT_EQ(Config(), ConfigText({"abc,u*,W"}));
   Leave();
 }
 
@@ -66,104 +69,173 @@ TEST_F(SuperuserTest, AddsChangesAndRemovesTwiceInOneRun) {
   Start();
   for (const char* round : {"first", "second"}) {
     SCOPED_TRACE(round);
-    for (const std::string& masks : {"alpha*" + kDown + "root", "beta" + kDown + "ops",
-                                     "alpha*" + kDown + "ops" + kDown + "d"}) {
-      TypeAndExpect(kAdd + masks + kEnter, "Configuration for node <");
-    }
-    EXPECT_EQ(Config(), ConfigText("alpha*,root,E;beta,ops,E;alpha*,ops,D"));
+    std::filesystem::remove_all(node_directory_);
+    Type(kAdd);
+    ExpectPicture(*terminal_, "add_form");
+    Type("alpha*" + kDown + "root" + kDown + kF4);
+    ExpectPicture(*terminal_, "list_of_modes");
+    TypeAndRead(kEnter + kEnter, Stored("alpha*", "root"));
+    TypeAndRead(kAdd + "beta" + kDown + "ops" + kEnter, Stored("beta", "ops"));
+    TypeAndRead(kAdd + "alpha*" + kDown + "ops" + kDown + "w" + kEnter, Stored("alpha*", "ops"));
+    EXPECT_EQ(Config(), ConfigText({"alpha*,root,D", "beta,ops,E", "alpha*,ops,W"}));
 
-    TypeAndExpect(kShow + kEnter, "Both Node and User masks are required");
-    TypeAndExpect("alpha" + kDown + "ops" + kEnter,
-                  "Entry for Node <alpha> & User <ops> not found");
-    Type(kF4 + kDown + kF3);  // cancelled: the field stays
+    TypeAndRead(kShow + "x" + kEnter, "Both Node and User masks are required");
+    TypeAndRead("\b" + kDown + "ops" + kEnter, "Both Node and User masks are required");
+    TypeAndRead(kUp + "alpha" + kEnter, NotFound("alpha", "ops"));
+    Type(kF4);
+    ExpectPicture(*terminal_, "list_of_nodes");
+    Type(kDown + kF3);
     EXPECT_EQ(terminal_->Row(5).substr(24, 8), "[alpha] ");
-    Type(kF4);  // the nodes of "ops"
-    EXPECT_NE(terminal_->Find("| beta   "), (Position{-1, -1}));
-    EXPECT_EQ(terminal_->Find("[BOTTOM]").row, 9) << terminal_->Screen();
-    Type(kDown + kEnter + kEnter + kF4);  // the modes of alpha*,ops
-    TypeAndExpect(kDown + kDown + kEnter + kF3, "Cancel Update?", "n");
-    EXPECT_EQ(terminal_->Row(6).substr(5, 30), "Security mode      [WARNING]  ");
-    TypeAndExpect(kEnter, "Configuration for node <alpha*> user <ops> suc");
+    Type(kF4 + kDown + kEnter + kEnter);
+    ExpectPicture(*terminal_, "opened_record");
+    TypeAndAnswer(kF4 + kDown + kEnter + kF3, "Cancel Update?", "n");
+    TypeAndRead(kEnter, Stored("alpha*", "ops"));
     Type(kEnter);  // the same record once more
-    EXPECT_EQ(terminal_->Row(6).substr(24, 9), "[WARNING]");
-    Type(kF3 + kF3 + kUp);
-    EXPECT_EQ(Config(), ConfigText("alpha*,root,E;beta,ops,E;alpha*,ops,W"));
+    EXPECT_EQ(terminal_->Row(6).substr(24, 10), "[ENABLED] ");
+    Type(kF3 + kF3);
+    EXPECT_EQ(Config(), ConfigText({"alpha*,root,D", "beta,ops,E", "alpha*,ops,E"}));
 
-    TypeAndExpect(kRemove + kEnter, "Node name mask is missing");
-    TypeAndExpect("alpha" + kEnter, "Userid mask is missing");
-    TypeAndExpect(kDown + "root" + kEnter, "Entry for Node <alpha> & User <root> not found");
-    TypeAndExpect(kUp + kF4 + kEnter + kEnter, "Delete node <alpha*> userid <root> ?", "n");
-    EXPECT_EQ(Config(), ConfigText("alpha*,root,E;beta,ops,E;alpha*,ops,W"));
-    TypeAndExpect(kEnter, "Delete node <alpha*> userid <root> ?", "y");
+    TypeAndRead(kDown + kEnter + kEnter, "Node name mask is missing");
+    TypeAndRead("alpha" + kEnter, "Userid mask is missing");
+    TypeAndRead(kDown + "root" + kEnter, NotFound("alpha", "root"));
+    Type(kUp + kF4 + kEnter + kEnter);
+    ExpectPicture(*terminal_, "question_before_removal");
+    Type("n");
+    EXPECT_EQ(Config(), ConfigText({"alpha*,root,D", "beta,ops,E", "alpha*,ops,E"}));
+    TypeAndAnswer(kEnter, "Delete node <alpha*> userid <root> ?", "y");
     EXPECT_EQ(terminal_->Cursor(), (Position{9, 5}));
-    EXPECT_EQ(Config(), ConfigText("beta,ops,E;alpha*,ops,W"));
+    EXPECT_EQ(Config(), ConfigText({"beta,ops,E", "alpha*,ops,E"}));
     Type(kUp + kUp);
-    WriteRecords("");
   }
   Leave();
 }
 
-TEST_F(SuperuserTest, AUserWithoutRightsSeesEverythingAndChangesNothing) {
-  WriteRecords("alpha,root,W;beta,ops,D");
-  StartAsUser();
-  TypeAndExpect("", "Read Only authority granted to non-root users.");
-  Type(kAdd + "abc" + kF4);
+TEST_F(ProgramTest, AnOrdinaryUserSeesEverythingAndChangesNothing) {
+  const std::string drop_rights = "setpriv --reuid=65534 --regid=65534 --clear-groups";
+  const std::string refusal = "Configuration is Read Only to non-root users";
+  const std::string records = ConfigText({"alpha,root,W", "beta,root,E", "beta,ops,D"});
+  WriteFile(file_, records);
+  WriteFile("trace", "");
+  std::filesystem::permissions("trace", std::filesystem::perms{0666});
+  StartUnder(geteuid() == 0 ? drop_rights : "", "-d -f trace");
+  ExpectPicture(*terminal_, "read_only_notice");
+  Type("o" + kShow + kF4 + kDown + kEnter + kDown + kF4 + kDown + kEnter + kEnter);
+  ExpectPicture(*terminal_, "read_only_record");
+  Type("w" + kDelete + kDown + kF4);
+  ExpectPicture(*terminal_, "read_only_record");
+  Type(kEnter + kF3 + kUp + kAdd + "abc" + kF4);
   EXPECT_EQ(terminal_->Row(4).substr(24, 4), "[]  ");
-  EXPECT_EQ(terminal_->Cursor(), (Position{0, 0}));
-  Type(kEnter + kShow + kF4 + kDown + kEnter + kDown + kF4 + kEnter + kEnter);
-  EXPECT_EQ(terminal_->Find("[DISABLED]"), (Position{6, 24})) << terminal_->Screen();
-  Type("w" + kEnter + kF3 + kUp + kRemove + kF4 + kEnter + kDown + kF4 + kEnter);
-  EXPECT_EQ(terminal_->Find("[alpha]"), (Position{5, 24})) << terminal_->Screen();
-  TypeAndExpect(kEnter, "Configuration is Read Only to non-root users");
+  EXPECT_EQ(terminal_->Marks(), "cursor 0,0\n");
+  TypeAndRead(kEnter + kRemove + kEnter, refusal);
   EXPECT_EQ(terminal_->Cursor(), (Position{9, 5}));
-  EXPECT_EQ(Config(), ConfigText("alpha,root,W;beta,ops,D"));
+  Type(kEnter + kF4 + kEnter + kDown + kF4 + kEnter);
+  EXPECT_EQ(terminal_->Row(5).substr(24, 8), "[alpha] ");
+  EXPECT_EQ(terminal_->Row(6).substr(24, 7), "[root] ");
+  TypeAndRead(kEnter, refusal);
   Leave();
+  EXPECT_EQ(Config(), records);
+  ExpectInTrace("PF4 key\nInput field not found\nExit UpdCfgKeys\n");
 }
 
-TEST_F(SuperuserTest, TheSelectionIsAsItWasBehindTheRecord) {
-  const std::string node(64, 'n');
-  WriteRecords(node + ",root,E");
+TEST_F(SuperuserTest, AddsTheWidestRecordAndNoWider) {
   Start();
-  Type(kShow + kDown + "root" + kUp + kF4 + kEnter + Times(60, "\x1bOC"));
-  const std::string before = terminal_->Screen();
-  const Position cursor = terminal_->Cursor();
-  EXPECT_EQ(terminal_->Row(5).substr(24, 2), "<n");
+  Type(kAdd + kLongNode + "X" + kDown + kLongUserid + "X" + kDown + "WARNING99X");
+  EXPECT_EQ(terminal_->Bells(), 3);
   Type(kEnter);
-  EXPECT_NE(terminal_->Screen(), before);
+  ExpectPicture(*terminal_, "long_message");
+  Type("o" + kAdd + kUp);
+  EXPECT_EQ(terminal_->Cursor(), (Position{6, 25}));
+  Type(kDown);
+  EXPECT_EQ(terminal_->Cursor(), (Position{4, 25}));
+  EXPECT_EQ(Config(), ConfigText({kLongNode + "," + kLongUserid + ",W"}));
+}
+
+TEST_F(ProgramTest, TheSelectionIsAsItWasBehindTheRecord) {
+  WriteFile(file_, ConfigText({kLongNode + "," + kLongUserid + ",W"}));
+  Start("-d -f trace");
+  Type(kShow + kLongNode + "X" + kDown + kLongUserid + "X" + kDown + Times(60, kRight));
+  EXPECT_EQ(terminal_->Bells(), 2);
+  ExpectPicture(*terminal_, "selection");
+  Type(kEnter);
+  EXPECT_EQ(terminal_->Row(6).substr(24, 9), "[WARNING]");
   Type(kF3);
-  EXPECT_EQ(terminal_->Screen(), before);
-  EXPECT_EQ(terminal_->Cursor(), cursor);
-  Type("\bX");  // at the character under the cursor, not at the one drawn there unscrolled
-  Type(Times(60, "\x1bOD") + Times(10, "\x1bOD"));
-  EXPECT_EQ(terminal_->Row(5).substr(24, 4), "[nnn");
-  TypeAndExpect(kEnter, "Xnnn> & User <roo");
-  Type(kF3);
+  ExpectPicture(*terminal_, "selection");
+  Type("\bX" + Times(70, kLeft));  // at the character under the cursor
+  EXPECT_EQ(terminal_->Row(5).substr(24, 4), "[012");
+  std::string node = kLongNode;
+  TypeAndRead(kEnter, NotFound(node.replace(59, 2, "X"), kLongUserid));
+  ExpectInTrace("Looking for Node: <" + kLongNode.substr(0, 60) + "\n");  // 79 bytes
+}
+
+TEST_F(ProgramTest, OtherFunctionKeysLeaveEveryScreenOpen) {
+  const std::string f1_f2_f5_to_f12 =
+      "\x1bOP\x1bOQ\x1b[15~\x1b[17~\x1b[18~\x1b[19~\x1b[20~\x1b[21~\x1b[23~\x1b[24~";
+  const std::string f0_of_vt100 = "\x1bOy";
+  for (const std::string& keys : {f1_f2_f5_to_f12, f0_of_vt100}) {
+    Start("", {.term = keys == f0_of_vt100 ? "vt100" : "tmux"});
+    const std::string menu = terminal_->Screen();
+    for (const std::string& entry : {kEnter, kDown + kEnter, kDown + kEnter}) {
+      Type(entry);
+      const std::string screen = terminal_->Picture();
+      Type(keys);
+      EXPECT_EQ(terminal_->Picture(), screen);
+      Type(kF3);
+      EXPECT_EQ(terminal_->Screen(), menu);
+    }
+    Leave();
+  }
+}
+
+TEST_F(SuperuserTest, SaysWhenARecordCannotBeStoredButNotWhenItCannotBeRemoved) {
+  using std::filesystem::perms;
+  const std::string failed = "Update of external node security configuration failed";
+  WriteFile(file_, ConfigText({"a,b,E"}));
+  StartUnder("setpriv --bounding-set=-all --inh-caps=-all", "-d -f trace");  // bound by permissions
+  std::filesystem::rename("opr", "elsewhere");
+  TypeAndRead(kAdd + "a" + kDown + "b" + kDown + "d" + kEnter, failed);
+  std::filesystem::rename("elsewhere", "opr");
+  std::filesystem::permissions(file_, perms::owner_read);
+  TypeAndRead(kEnter, failed);
+  std::filesystem::permissions(file_, perms::owner_write, std::filesystem::perm_options::add);
+  TypeAndRead(kEnter, Stored("a", "b"));
+  std::filesystem::permissions(file_, perms::owner_read);
+  TypeAndAnswer(kRemove + "a" + kDown + "b" + kEnter, "Delete node <a> userid <b> ?", "y");
+  EXPECT_EQ(terminal_->Cursor(), (Position{9, 5}));
+  EXPECT_EQ(Config(), ConfigText({"a,b,D"}));
   Leave();
+  ExpectInTrace("Enter UpdCfgData\nWLNSUpdateRec failed; rc=2\nEnter MessageBox\n");
+  ExpectInTrace("Enter UpdCfgData\nWLNSUpdateRec failed; rc=13\nEnter MessageBox\n");
+  ExpectInTrace("Button option 1 selected\nWLNSDeleteRec failed\nExit DelCfgKeys\n");
 }
 
-TEST_F(SuperuserTest, ShowsOddBytesAsQuestionMarksAndKeepsThem) {
-  WriteRecords(
-      "a\x1b[2Jb\xc3\xa9,\x7f"
-      "u\t,E;c,u,x");
-  Start();
-  TypeAndExpect(kShow + kF4, "| a?[2Jb??    ");
-  Type(kDown + kF4 + kEnter);
-  EXPECT_EQ(terminal_->Row(6).substr(24, 6), "[?u?] ");
-  TypeAndExpect(kEnter + "d" + kEnter,
-                "Configuration for node <a?[2Jb?"
-                "?> user <?u?>");
-  EXPECT_EQ(Config(), ConfigText("a\x1b[2Jb\xc3\xa9,\x7f"
-                                 "u\t,D;c,u,x"));
+// Runs a screen without memory for records and waits for one more key; returns its result.
+std::string RunWithoutRecords(int (*screen)(WINDOW*)) {
+  out_of_records = true;
+  SetLogFileName("trace");
+  DebugTrace = 1;
+  initscr();
+  cbreak();
+  noecho();
+  const int result = screen(stdscr);
+  ReadKey(stdscr);
+  return std::to_string(result);
 }
 
-TEST_F(SuperuserTest, ListsTheFirstOfTwentyThousandNodes) {
-  std::string records;
-  for (int node = 10000; node < 30000; ++node) records += "node" + std::to_string(node) + ",u,E;";
-  WriteRecords(records);
-  Start();
-  TypeAndExpect(kShow + kF4, "[MORE...1014]", Times(1100, kDown));
-  EXPECT_NE(terminal_->Find("node11023"), (Position{-1, -1})) << terminal_->Screen();
-  EXPECT_NE(terminal_->Find("[BOTTOM]"), (Position{-1, -1}));
+TEST_F(ProgramTest, SaysWhenThereIsNoMemoryForARecord) {
+  const std::string trace = "malloc failed for 104 bytes\n";
+  for (auto* screen : {AddCfg, DelCfg}) {
+    terminal_ = TerminalSession::Call([screen] { return RunWithoutRecords(screen); });
+    TypeAndRead("a" + kDown + "b" + kEnter, "Storage allocation failed;");
+    const bool open = terminal_->Find("F3=Cancel").row >= 0;
+    EXPECT_EQ(open, screen == AddCfg);
+    terminal_->Send(open ? kF3 + "y" + kEnter : kEnter);
+    EXPECT_EQ(terminal_->Result(), "0");
+    ExpectInTrace(trace + "Enter MessageBox\n");
+  }
+  const auto show_record = [](WINDOW* parent) { return UpdCfg(parent, "a", "b"); };
+  terminal_ = TerminalSession::Call([&] { return RunWithoutRecords(show_record); });
+  EXPECT_EQ(terminal_->Result(), "") << "not shut down";
+  EXPECT_EQ(ReadFile("trace"), "Enter UpdCfg\n" + trace);
 }
 
 }  // namespace

@@ -6,9 +6,8 @@
 #include <unistd.h>
 
 #include <memory>
-#include <sstream>
+#include <stdexcept>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "platform/hlv_nodename.h"
@@ -17,71 +16,82 @@
 
 inline const std::string kUp = "\x1bOA";
 inline const std::string kDown = "\x1bOB";
+inline const std::string kRight = "\x1bOC";
+inline const std::string kLeft = "\x1bOD";
 inline const std::string kF3 = "\x1bOR";
 inline const std::string kF4 = "\x1bOS";
+inline const std::string kDelete = "\x1b[3~";
 inline const std::string kEnter = "\r";
 
-// The text of a configuration file with the given records, as in "alpha,ops,E;beta,root,D".
-inline std::string ConfigText(const std::string& records) {
-  std::string text = kComments;
-  std::istringstream rest(records);
-  for (std::string record; std::getline(rest, record, ';');) text += "-n=" + record + "\n";
-  return text;
+inline std::string Times(int count, const std::string& keys) {
+  std::string all;
+  while (count-- > 0) all += keys;
+  return all;
 }
 
 class ProgramTest : public ::testing::Test {
  protected:
-  // Starts the program and waits for its menu, or for its end.
-  void Start(std::vector<std::string> arguments = {}, TerminalOptions options = {}) {
-    arguments.insert(arguments.begin(), NODEWARDEN_PROGRAM);
-    StartCommand(arguments, std::move(options));
+  ProgramTest() {
+    std::filesystem::create_directories(node_directory_);
+    std::filesystem::copy_file(NODEWARDEN_PROGRAM, "program");  // where every user can reach it
   }
 
-  // Starts it as a user without rights, who may not be able to reach the build folder.
-  void StartAsUser(std::vector<std::string> arguments = {}) {
-    std::filesystem::copy_file(NODEWARDEN_PROGRAM, "./program");
-    arguments.insert(arguments.begin(),
-                     {"setpriv", "--reuid=65534", "--regid=65534", "--clear-groups", "./program"});
-    StartCommand(arguments, {});
+  // Starts the program on a terminal that shows old text and waits for its menu, or for its end.
+  // The notice that an ordinary user gets first is closed.
+  void Start(const std::string& arguments = "", const TerminalOptions& options = {}) {
+    StartUnder("", arguments, options);
+    if (terminal_->Find("Read Only").row >= 0) Type("o");
+  }
+
+  // Starts it likewise by way of another command, which sets what it may do. Leaves the notice.
+  void StartUnder(const std::string& command, const std::string& arguments = "",
+                  TerminalOptions options = {}) {
+    const std::string program = command + " ./program " + arguments;
+    options.env.push_back("HLVHOME0000=" + directory_.path);
+    terminal_ = TerminalSession::Run("echo old text; exec " + program, options);
+    [[maybe_unused]] const bool waiting = terminal_->Settle();
   }
 
   // Sends the keys and waits until the program has acted on all of them.
   void Type(const std::string& keys) {
     terminal_->Send(keys);
-    ASSERT_TRUE(terminal_->Settle()) << terminal_->Screen();
+    if (!terminal_->Settle()) throw std::runtime_error("ended or hangs: " + terminal_->Picture());
   }
 
-  // Sends the keys, sees `text` come up and answers it.
-  void TypeAndExpect(const std::string& keys, const std::string& text,
-                     const std::string& answer = kEnter) {
+  // Types keys that must bring up a box with the text, and answers with the letter of a button.
+  void TypeAndAnswer(const std::string& keys, const std::string& text, const std::string& letter,
+                     const std::string& buttons = "| Yes     | No     |") {
     Type(keys);
-    EXPECT_NE(terminal_->Find(text), (Position{-1, -1})) << text << "\n" << terminal_->Screen();
-    Type(answer);
+    std::string shown;
+    for (int row = 9; row < 14; ++row) shown += terminal_->Row(row).substr(17, 46);
+    shown.erase(shown.find_last_not_of(' ') + 1).erase(0, shown.find_first_not_of(' '));
+    EXPECT_EQ(shown + terminal_->Row(15).substr(45, 20), text + buttons) << terminal_->Picture();
+    Type(letter);
+  }
+  void TypeAndRead(const std::string& keys, const std::string& message) {
+    TypeAndAnswer(keys, message, "o", "|         | OK     |");
   }
 
-  // Leaves the main menu; the terminal must be clear and the status 0.
+  // Leaves the program in the way that the keys stand for; nothing may remain on the terminal.
   void Leave(const std::string& keys = kF3) {
     terminal_->Send(keys);
     EXPECT_EQ(terminal_->ExitStatus(), 0);
-    EXPECT_EQ(terminal_->Screen().find_first_not_of(" \n"), std::string::npos);
+    EXPECT_EQ(terminal_->Picture(), "\ncursor 0,0\n");
+    EXPECT_TRUE(terminal_->Cooked());
   }
 
-  void SetUp() override { std::filesystem::create_directories(node_directory_); }
-
-  void WriteRecords(const std::string& records) { WriteFile(file_, ConfigText(records)); }
+  // The text of a configuration file with records like "alpha,ops,E".
+  static std::string ConfigText(const std::vector<std::string>& records) {
+    std::string text = kComments;
+    for (const std::string& record : records) text += "-n=" + record + "\n";
+    return text;
+  }
   std::string Config() { return ReadFile(file_); }
 
   TemporaryDirectory directory_;
   const std::string node_directory_ = std::string("opr/config/") + hlv_nodename();
   const std::string file_ = node_directory_ + "/actnode.prf";
   std::unique_ptr<TerminalSession> terminal_;
-
- private:
-  void StartCommand(const std::vector<std::string>& command, TerminalOptions options) {
-    options.env.emplace_back("HLVHOME0000=.");
-    terminal_ = TerminalSession::Run(command, options);
-    [[maybe_unused]] const bool waiting = terminal_->Settle();
-  }
 };
 
 // Tests of what only the superuser can do say so where there is none.
@@ -89,6 +99,5 @@ class SuperuserTest : public ProgramTest {
  protected:
   void SetUp() override {
     if (geteuid() != 0) GTEST_SKIP() << "needs to run as root";
-    ProgramTest::SetUp();
   }
 };

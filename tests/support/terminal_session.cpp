@@ -8,6 +8,7 @@
 #include <sys/mman.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
+#include <termios.h>
 #include <unistd.h>
 #include <vterm.h>
 
@@ -16,9 +17,11 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
+#include <cstring>
+#include <sstream>
 #include <system_error>
-#include <utility>
+
+#include "support/test_files.h"
 
 // Writes the counters of a coverage build, which _exit would lose; absent from any other build.
 // NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the given name.
@@ -28,32 +31,13 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::chrono::seconds kPatience{10};
-constexpr std::chrono::seconds kExitPatience{30};
-constexpr int kPauseMilliseconds = 1;
-constexpr std::size_t kMostPerDrain = 1 << 16;  // a flood must not hide time
-
-const VTermScreenCallbacks* Callbacks() {
-  static VTermScreenCallbacks callbacks{};
-  callbacks.bell = [](void* count) { return ++*static_cast<int*>(count); };
-  return &callbacks;
-}
-
-VTermScreenCell Cell(const VTermScreen* screen, int row, int col) {
-  VTermScreenCell cell{};
-  if (!vterm_screen_get_cell(screen, VTermPos{row, col}, &cell)) {
-    ADD_FAILURE() << "no cell " << row << ", " << col << " on the screen";
-  }
-  return cell;
-}
+constexpr std::chrono::seconds kPatience{5};
+constexpr std::size_t kMostPerDrain = 1 << 20;  // all that a line holds, but no endless flood
+// Every cell becomes an E that stands out, and the cursor moves; text comes out as before.
+constexpr std::string_view kRubbish = "\0337\033[7m\033#8\0338\033[2;3H";
 
 winsize WindowSize(int rows, int cols) {
   return {static_cast<unsigned short>(rows), static_cast<unsigned short>(cols), 0, 0};
-}
-
-int Checked(int result, const char* what) {
-  if (result >= 0) return result;
-  throw std::system_error(errno, std::generic_category(), what);
 }
 
 // Any answer but a clear "nothing to read" counts as input.
@@ -62,38 +46,24 @@ bool NothingToRead(int fd, int timeout_milliseconds) {
   return poll(&entry, 1, timeout_milliseconds) == 0;
 }
 
-std::string ProcLine(pid_t pid, const char* name) {
-  std::ifstream file("/proc/" + std::to_string(pid) + "/" + name);
-  std::string line;
-  std::getline(file, line);
-  return line;
+std::string ProcFile(pid_t pid, const char* name) {
+  return ReadFile("/proc/" + std::to_string(pid) + "/" + name);
 }
 
 // The state alone cannot tell a wait for a key from one for a child, but may be all there is.
 bool AsleepForKey(pid_t pid) {
-  const std::string stat = ProcLine(pid, "stat");
-  const std::string call = ProcLine(pid, "syscall");
-  if (stat.find(") S") == std::string::npos) return false;
-  return call.empty() || call.starts_with(std::to_string(SYS_ppoll) + " ") ||
-         call.starts_with(std::to_string(SYS_read) + " 0x0 ");
+  const bool asleep = ProcFile(pid, "stat").find(") S") != std::string::npos;
+  const std::string call = ProcFile(pid, "syscall");
+  return asleep && (call.empty() || call.starts_with(std::to_string(SYS_ppoll) + " ") ||
+                    call.starts_with(std::to_string(SYS_read) + " 0x0 "));
 }
 
-void PinEnvironment(const TerminalOptions& options) {
+// The same environment and signals for the child wherever the tests run.
+void PinSurroundings(const TerminalOptions& options) {
+  for (const char* name : {"LINES", "COLUMNS", "TERMINFO"}) unsetenv(name);
   std::vector<std::string> pinned{std::string("TERM=") + options.term, "LC_ALL=C", "ESCDELAY=25"};
-  for (const char* name :
-       {"PATH", "ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS", "GCOV_PREFIX"}) {
-    if (const char* value = std::getenv(name)) pinned.push_back(std::string(name) + "=" + value);
-  }
   pinned.insert(pinned.end(), options.env.begin(), options.env.end());
-  clearenv();
-  for (const std::string& entry : pinned) {
-    const std::size_t equals = entry.find('=');
-    setenv(entry.substr(0, equals).c_str(), entry.c_str() + equals + 1, 1);
-  }
-}
-
-// A test runner may have been started with some of these ignored or blocked.
-void PinSignals() {
+  for (const std::string& entry : pinned) putenv(strdup(entry.c_str()));
   for (int number : {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGTERM, SIGTSTP}) {
     (void)std::signal(number, SIG_DFL);
   }
@@ -102,88 +72,75 @@ void PinSignals() {
   sigprocmask(SIG_SETMASK, &none, nullptr);
 }
 
-[[noreturn]] void RunChild(const std::function<int(int)>& body, int result,
+// Runs with no descriptor of the parent's but the standard ones and `result`.
+[[noreturn]] void RunChild(const std::function<std::string()>& body, int result,
                            const TerminalOptions& options) noexcept {
-  PinEnvironment(options);
-  PinSignals();
-  const int status = body(result);
+  close_range(STDERR_FILENO + 1, static_cast<unsigned>(result) - 1, 0);
+  close_range(static_cast<unsigned>(result) + 1, ~0U, 0);
+  PinSurroundings(options);
+  const std::string text = body();
+  const bool told = write(result, text.data(), text.size()) == static_cast<ssize_t>(text.size());
   (void)std::fflush(nullptr);
   if (__gcov_exit) __gcov_exit();
-  _exit(status);
+  _exit(told ? EXIT_SUCCESS : EXIT_FAILURE);
 }
 
-int StartProgram(std::vector<std::string> argv) {
-  std::vector<char*> words;
-  words.reserve(argv.size() + 1);
-  for (std::string& word : argv) words.push_back(word.data());
-  words.push_back(nullptr);
-  execvp(words[0], words.data());
-  std::perror(words[0]);
-  return 127;
-}
-
-int ReportResult(const std::function<std::string()>& body, int fd) {
-  const std::string text = body();
-  return write(fd, text.data(), text.size()) == static_cast<ssize_t>(text.size()) ? 0 : 1;
+VTermScreenCell Cell(const VTermScreen* screen, int row, int col) {
+  VTermScreenCell cell{};
+  vterm_screen_get_cell(screen, VTermPos{row, col}, &cell);
+  return cell;
 }
 
 }  // namespace
 
-void TerminalSession::Descriptor::Reset(int fd) {
-  if (fd_ >= 0) close(fd_);
-  fd_ = fd;
-}
-
-TerminalSession::TerminalSession(const ChildBody& body, const TerminalOptions& options)
+TerminalSession::TerminalSession(const std::function<std::string()>& body,
+                                 const TerminalOptions& options)
     : rows_(options.rows),
       cols_(options.cols),
       terminal_(vterm_new(rows_, cols_), vterm_free),
-      screen_(vterm_obtain_screen(terminal_.get())) {
-  vterm_screen_set_callbacks(screen_, Callbacks(), &bells_);
+      screen_(vterm_obtain_screen(terminal_.get())),
+      result_(memfd_create("result", MFD_CLOEXEC)) {
+  static VTermScreenCallbacks callbacks{};
+  callbacks.bell = [](void* count) { return ++*static_cast<int*>(count); };
+  vterm_screen_set_callbacks(screen_, &callbacks, &bells_);
   vterm_set_utf8(terminal_.get(), 1);
   vterm_screen_enable_altscreen(screen_, 1);
   vterm_screen_reset(screen_, 1);
-  Fork(body, options);
+  const winsize size = WindowSize(rows_, cols_);
+  (void)std::fflush(nullptr);
+  pid_ = forkpty(&master_, nullptr, nullptr, &size);
+  if (pid_ < 0) throw std::system_error(errno, std::generic_category(), "forkpty");
+  if (pid_ == 0) RunChild(body, result_, options);
+  slave_ = open(ptsname(master_), O_RDWR | O_NOCTTY | O_CLOEXEC);
+  fcntl(master_, F_SETFL, O_RDWR | O_NONBLOCK);
 }
 
 TerminalSession::~TerminalSession() {
-  if (Ended()) return;
-  kill(-pid_, SIGKILL);
-  waitpid(pid_, nullptr, 0);
+  if (!Ended()) Kill();
+  HangUp();
+  close(result_);
 }
 
-void TerminalSession::Fork(const ChildBody& body, const TerminalOptions& options) {
-  int master = -1;
-  result_.Reset(Checked(memfd_create("result", MFD_CLOEXEC), "result"));
-  const winsize size = WindowSize(rows_, cols_);
-  (void)std::fflush(nullptr);
-  pid_ = Checked(forkpty(&master, nullptr, nullptr, &size), "forkpty");
-  if (pid_ == 0) RunChild(body, result_.get(), options);
-  master_.Reset(master);
-  slave_.Reset(open(ptsname(master), O_RDWR | O_NOCTTY | O_CLOEXEC));
-  EXPECT_GE(slave_.get(), 0) << "cannot watch the keys not yet taken";
-  fcntl(master, F_SETFD, FD_CLOEXEC);
-  fcntl(master, F_SETFL, O_RDWR | O_NONBLOCK);
-}
-
-std::unique_ptr<TerminalSession> TerminalSession::Run(std::vector<std::string> argv,
+std::unique_ptr<TerminalSession> TerminalSession::Run(const std::string& command,
                                                       const TerminalOptions& options) {
-  const ChildBody child = [&argv](int) { return StartProgram(argv); };
-  return std::unique_ptr<TerminalSession>(new TerminalSession(child, options));
+  const auto body = [&command] {
+    execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
+    return std::string("no shell");
+  };
+  return Call(body, options);
 }
 
-std::unique_ptr<TerminalSession> TerminalSession::Call(std::function<std::string()> body,
+std::unique_ptr<TerminalSession> TerminalSession::Call(const std::function<std::string()>& body,
                                                        const TerminalOptions& options) {
-  const ChildBody child = [&body](int fd) { return ReportResult(body, fd); };
-  return std::unique_ptr<TerminalSession>(new TerminalSession(child, options));
+  return std::unique_ptr<TerminalSession>(new TerminalSession(body, options));
 }
 
 // Takes over what the child has written; returns how much that was.
 std::size_t TerminalSession::Drain() {
   char buffer[4096];
   std::size_t total = 0;
-  ssize_t count;
-  while (total < kMostPerDrain && (count = read(master_.get(), buffer, sizeof buffer)) > 0) {
+  ssize_t count = 0;
+  while (total < kMostPerDrain && (count = read(master_, buffer, sizeof buffer)) > 0) {
     const auto size = static_cast<std::size_t>(count);
     total += size;
     vterm_input_write(terminal_.get(), buffer, size);
@@ -191,12 +148,10 @@ std::size_t TerminalSession::Drain() {
   return total;
 }
 
-void TerminalSession::Pause() const { NothingToRead(master_.get(), kPauseMilliseconds); }
-
-// The keys must be gone before the child is seen asleep, and what it wrote before that be read.
+// The keys must be gone before their reader, the terminal's foreground job, is seen asleep, and
+// what it wrote before that be read.
 bool TerminalSession::Quiet() {
-  return NothingToRead(slave_.get(), 0) && AsleepForKey(pid_) && Drain() == 0 &&
-         NothingToRead(slave_.get(), 0) && AsleepForKey(pid_);
+  return NothingToRead(slave_, 0) && AsleepForKey(tcgetpgrp(master_)) && Drain() == 0;
 }
 
 bool TerminalSession::Ended() {
@@ -204,52 +159,68 @@ bool TerminalSession::Ended() {
   return ended_;
 }
 
-void TerminalSession::Send(std::string_view keys) {
-  const auto deadline = Clock::now() + kPatience;
-  while (!keys.empty()) {
-    const ssize_t count = write(master_.get(), keys.data(), keys.size());
-    const bool later = count < 0 && (errno == EAGAIN || errno == EINTR);
-    if ((count < 0 && !later) || Clock::now() > deadline) {
-      ADD_FAILURE() << keys.size() << " bytes could not be sent";
-      return;
-    }
-    if (count > 0) keys.remove_prefix(static_cast<std::size_t>(count));
-    if (Drain() == 0 && later) Pause();
-  }
+void TerminalSession::Kill() {
+  kill(pid_, SIGKILL);
+  kill(-pid_, SIGKILL);  // it may be waiting for a command
+  ended_ = waitpid(pid_, &wait_status_, 0) == pid_;
 }
 
-bool TerminalSession::WaitFor(std::string_view text) {
-  const auto deadline = Clock::now() + kPatience;
-  while (Clock::now() < deadline) {
-    const bool over = Ended() || master_.get() < 0;
+bool TerminalSession::Await(const std::function<bool()>& done) {
+  for (const auto deadline = Clock::now() + kPatience; Clock::now() < deadline;) {
+    const bool ended = Ended();
     Drain();
-    if (over) return false;
-    if (Quiet() && Find(text).row >= 0) return true;
-    Pause();
+    if (done()) return true;
+    if (ended) return false;
+    NothingToRead(master_, 1);
   }
+  Kill();
   return false;
 }
 
-bool TerminalSession::Settle() { return WaitFor(""); }
-
-void TerminalSession::Resize(int rows, int cols) {
-  Drain();
-  rows_ = rows;
-  cols_ = cols;
-  vterm_set_size(terminal_.get(), rows, cols);
-  const winsize size = WindowSize(rows, cols);
-  EXPECT_EQ(ioctl(master_.get(), TIOCSWINSZ, &size), 0) << "no terminal";
+void TerminalSession::Send(std::string_view keys) {
+  const bool sent = Await([this, &keys] {
+    const ssize_t count = write(master_, keys.data(), keys.size());
+    keys.remove_prefix(count > 0 ? static_cast<std::size_t>(count) : 0);
+    return keys.empty();
+  });
+  EXPECT_TRUE(sent) << "the child does not take its keys";
 }
 
 void TerminalSession::Signal(int number) {
-  const bool sent = !Ended() && kill(pid_, number) == 0;
-  EXPECT_TRUE(sent) << "signal " << number << " could not be sent";
+  if (!Ended()) kill(pid_, number);
 }
 
 void TerminalSession::HangUp() {
   Drain();
-  master_.Reset();
-  slave_.Reset();
+  for (int* end : {&master_, &slave_}) close(std::exchange(*end, -1));
+}
+
+void TerminalSession::Resize(int rows, int cols, OldContent content) {
+  Drain();
+  rows_ = rows;
+  cols_ = cols;
+  vterm_set_size(terminal_.get(), rows, cols);
+  if (content == OldContent::kRubbish) {
+    vterm_input_write(terminal_.get(), kRubbish.data(), kRubbish.size());
+  }
+  const winsize size = WindowSize(rows, cols);
+  ioctl(master_, TIOCSWINSZ, &size);
+}
+
+bool TerminalSession::WaitFor(std::string_view text) {
+  return slave_ >= 0 && Await([this, text] { return Quiet() && Find(text).row >= 0; });
+}
+
+int TerminalSession::ExitStatus() {
+  EXPECT_TRUE(Await([this] { return ended_; })) << "the child does not end\n" << Picture();
+  return WIFSIGNALED(wait_status_) ? -WTERMSIG(wait_status_) : WEXITSTATUS(wait_status_);
+}
+
+std::string TerminalSession::Result() {
+  EXPECT_EQ(ExitStatus(), 0) << "no result\n" << Picture();
+  std::string text(static_cast<std::size_t>(lseek(result_, 0, SEEK_END)), '\0');
+  EXPECT_EQ(pread(result_, text.data(), text.size(), 0), static_cast<ssize_t>(text.size()));
+  return text;
 }
 
 std::string TerminalSession::Row(int row) const {
@@ -263,16 +234,34 @@ std::string TerminalSession::Row(int row) const {
 
 std::string TerminalSession::Screen() const {
   std::string text;
-  for (int row = 0; row < rows_; ++row) text += Row(row) + '\n';
-  return text;
+  for (int row = 0; row < rows_; ++row) {
+    const std::string line = Row(row);
+    text += line.substr(0, line.find_last_not_of(' ') + 1) + '\n';
+  }
+  return text.substr(0, text.find_last_not_of('\n') + 1) + '\n';
+}
+
+std::string TerminalSession::Marks() const {
+  std::ostringstream text;
+  text << "cursor " << Cursor().row << ',' << Cursor().col << '\n';
+  for (int row = 0; row < rows_; ++row) {
+    const std::string line = Row(row);
+    for (int col = 0, end = 0; col < cols_; col = end + 1) {
+      for (end = col; end < cols_ && Reverse(row, end);) ++end;
+      if (end == col) continue;
+      const std::string run(line.begin() + col, line.begin() + end);
+      text << "standout " << row << ',' << col << " \"" << run << "\"\n";
+    }
+  }
+  return text.str();
 }
 
 Position TerminalSession::Find(std::string_view text) const {
-  const std::size_t at = Screen().find(text);
-  if (at == std::string::npos) return {-1, -1};
-  const int offset = static_cast<int>(at);
-  const int width = cols_ + 1;
-  return {offset / width, offset % width};
+  for (int row = 0; row < rows_; ++row) {
+    const std::size_t col = Row(row).find(text);
+    if (col != std::string::npos) return {row, static_cast<int>(col)};
+  }
+  return {-1, -1};
 }
 
 Position TerminalSession::Cursor() const {
@@ -285,22 +274,14 @@ bool TerminalSession::Reverse(int row, int col) const {
   return Cell(screen_, row, col).attrs.reverse;
 }
 
-int TerminalSession::ExitStatus() {
-  for (const auto deadline = Clock::now() + kExitPatience; !Ended();) {
-    if (Drain() == 0) Pause();
-    if (Clock::now() > deadline) {
-      ADD_FAILURE() << "the child did not end\n" << Screen();
-      kill(-pid_, SIGKILL);  // the group, as it may be waiting for a command
-    }
-  }
-  while (Drain() > 0) {
-  }
-  return WIFSIGNALED(wait_status_) ? -WTERMSIG(wait_status_) : WEXITSTATUS(wait_status_);
+bool TerminalSession::Cooked() const {
+  termios mode{};
+  return tcgetattr(slave_, &mode) == 0 && (mode.c_lflag & ICANON) != 0 &&
+         (mode.c_lflag & ECHO) != 0;
 }
 
-std::string TerminalSession::Result() {
-  EXPECT_EQ(ExitStatus(), 0) << "no result\n" << Screen();
-  std::string text(static_cast<std::size_t>(lseek(result_.get(), 0, SEEK_END)), '\0');
-  EXPECT_EQ(pread(result_.get(), text.data(), text.size(), 0), static_cast<ssize_t>(text.size()));
-  return text;
+void ExpectPicture(const TerminalSession& terminal, const std::string& name) {
+  EXPECT_EQ(terminal.Picture(), ReadFile(NODEWARDEN_SCREENS "/" + name + ".txt"))
+      << "instead of the picture " << name << ", this shows:\n"
+      << terminal.Picture();
 }

@@ -2,9 +2,8 @@
 
 // A program, or a function of the test binary, on a pseudo-terminal of its own. The session plays
 // the terminal: it sends keys and keeps the screen an operator would see. The screen moves on only
-// inside Send, WaitFor, Settle, Resize, HangUp and the two waits for the end; the const functions
-// look at what those have read. Keep one session at a time: a child of a second one would hold the
-// line of the first.
+// inside the functions that are not const. Several sessions may be open at once: no child holds a
+// descriptor of another's.
 
 #include <sys/types.h>
 
@@ -26,77 +25,65 @@ struct Position {
 struct TerminalOptions {
   int rows = 24, cols = 80;
   const char* term = "tmux";
-  // "NAME=value", on top of TERM, PATH, LC_ALL=C and ESCDELAY=25. Nothing else is inherited but the
-  // switches of sanitizers and coverage.
-  std::vector<std::string> env{};
+  std::vector<std::string> env{};  // "NAME=value", on top of LC_ALL=C and ESCDELAY=25
 };
+
+// What a terminal makes of its content when its size changes: rubbish fills every cell.
+enum class OldContent { kKept, kRubbish };
 
 class TerminalSession {
  public:
-  // Starts a program, looked up in PATH; its exit status is 127 if it cannot be started. Throws
+  // Runs a command of the shell; with "exec" in front, the child is the program itself. Throws
   // std::system_error when there is no pseudo-terminal.
-  static std::unique_ptr<TerminalSession> Run(std::vector<std::string> argv,
+  static std::unique_ptr<TerminalSession> Run(const std::string& command,
                                               const TerminalOptions& options = {});
   // Runs `body` in a forked child, which ends with status 0 when it returns. GoogleTest failures
   // inside it are lost: return text and compare Result().
-  static std::unique_ptr<TerminalSession> Call(std::function<std::string()> body,
+  static std::unique_ptr<TerminalSession> Call(const std::function<std::string()>& body,
                                                const TerminalOptions& options = {});
-  TerminalSession(const TerminalSession&) = delete;
-  TerminalSession& operator=(const TerminalSession&) = delete;
   ~TerminalSession();  // kills and reaps a child that is still there
 
   void Send(std::string_view keys);  // the bytes a terminal would send
-  // Waits for `text` within one row, and for the child to be quiet as in Settle. False after ten
-  // seconds, or once the child or the line is gone.
-  [[nodiscard]] bool WaitFor(std::string_view text);
-  // Waits until all keys are consumed, the child sleeps in its wait for a key (ppoll, or read on
-  // descriptor 0) and its output is on the screen.
-  [[nodiscard]] bool Settle();
-  void Resize(int rows, int cols);  // the child gets SIGWINCH
-  void Signal(int number);          // to the child alone
-  void HangUp();                    // the line drops: SIGHUP, and end of input for ever
+  void Signal(int number);           // to the child alone
+  void HangUp();                     // the line drops: SIGHUP, and end of input for ever
+  void Resize(int rows, int cols, OldContent content = OldContent::kKept);  // SIGWINCH
+
+  // What waits gives up after five seconds, kills the child and returns false, as it does at once
+  // when the child has ended or the line is gone: a failing test waits but once.
+  [[nodiscard]] bool Settle() { return WaitFor(""); }  // all keys acted on, and the next awaited
+  [[nodiscard]] bool WaitFor(std::string_view text);   // settled, with `text` within one row
+  int ExitStatus();      // waits for the end; minus the signal number when ended by a signal
+  std::string Result();  // waits for what `body` returned; fails the test if it did not
 
   [[nodiscard]] std::string Row(int row) const;  // exactly `cols` bytes, non-ASCII as '+'
-  [[nodiscard]] std::string Screen() const;      // all rows, each ended by a newline
+  [[nodiscard]] std::string Screen() const;      // the rows without blanks at their ends and below
+  // The cursor, and every run of cells that stand out: cursor 11,5 \n standout 11,5 "Quit" \n
+  [[nodiscard]] std::string Marks() const;
+  [[nodiscard]] std::string Picture() const { return Screen() + Marks(); }
   [[nodiscard]] Position Find(std::string_view text) const;  // {-1, -1} when absent
   [[nodiscard]] Position Cursor() const;
   [[nodiscard]] bool Reverse(int row, int col) const;
+  [[nodiscard]] bool Cooked() const;  // whether the line edits and echoes as it does for a shell
   [[nodiscard]] int Bells() const { return bells_; }
 
-  // Both wait for the child to end; one that does not within thirty seconds is killed and fails the
-  // test.
-  int ExitStatus();      // minus the signal number when ended by a signal
-  std::string Result();  // what `body` returned; fails the test if it did not
-
  private:
-  using ChildBody = std::function<int(int result_descriptor)>;
-  class Descriptor {
-   public:
-    Descriptor() = default;
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() { Reset(); }
-    void Reset(int fd = -1);  // closes the one held before
-    [[nodiscard]] int get() const { return fd_; }
-
-   private:
-    int fd_ = -1;
-  };
-
-  TerminalSession(const ChildBody& body, const TerminalOptions& options);
-  void Fork(const ChildBody& body, const TerminalOptions& options);
+  TerminalSession(const std::function<std::string()>& body, const TerminalOptions& options);
+  bool Await(const std::function<bool()>& done);
   std::size_t Drain();
-  void Pause() const;
   bool Quiet();
   bool Ended();
+  void Kill();
 
   int rows_, cols_;
   std::unique_ptr<VTerm, void (*)(VTerm*)> terminal_;
   VTermScreen* screen_;  // part of the terminal
   int bells_ = 0;
+  int result_, master_ = -1;
+  int slave_ = -1;  // never read: shows which keys the child has not taken
   pid_t pid_ = -1;
   bool ended_ = false;
   int wait_status_ = 0;
-  Descriptor result_, master_;
-  Descriptor slave_;  // never read: shows which keys the child has not taken
 };
+
+// Fails the test unless the terminal's picture is the one in tests/screens/NAME.txt.
+void ExpectPicture(const TerminalSession& terminal, const std::string& name);
