@@ -59,8 +59,9 @@ TEST_F(SuperuserTest, RefusesWrongFieldsOneMessageAtATime) {
     EXPECT_EQ(terminal_->Cursor(), cursor) << message;
     EXPECT_FALSE(std::filesystem::exists(file_));
   }
-  EXPECT_EQ(terminal_->Row(6).substr(24, 5), "[ E] ");
-  TypeAndRead("warn" + kEnter, Stored("abc", "u*"));
+  Type("warn" + kEnter);
+  EXPECT_EQ(terminal_->Row(6).substr(24, 7), "[WARN] ");  // in upper case already
+  TypeAndRead("", Stored("abc", "u*"));
   EXPECT_EQ(Config(), ConfigText({"abc,u*,W"}));
   Leave();
 }
@@ -113,28 +114,34 @@ TEST_F(SuperuserTest, AddsChangesAndRemovesTwiceInOneRun) {
 TEST_F(ProgramTest, AnOrdinaryUserSeesEverythingAndChangesNothing) {
   const std::string drop_rights = "setpriv --reuid=65534 --regid=65534 --clear-groups";
   const std::string refusal = "Configuration is Read Only to non-root users";
-  const std::string records = ConfigText({"alpha,root,W", "beta,root,E", "beta,ops,D"});
+  const std::string no_list = "PF4 key\nInput field not found\nExit UpdCfgKeys\n";
+  const std::string records = ConfigText({"alpha,adm,W", "beta,root,E", "beta,ops,D"});
   WriteFile(file_, records);
   WriteFile("trace", "");
   std::filesystem::permissions("trace", std::filesystem::perms{0666});
-  StartUnder(geteuid() == 0 ? drop_rights : "", "-d -f trace");
+  const auto start = [&] { StartUnder(geteuid() == 0 ? drop_rights : "", "-d -f trace"); };
+  start();
   ExpectPicture(*terminal_, "read_only_notice");
+  Type("o" + kAdd + "abc" + kF4);
+  EXPECT_EQ(terminal_->Row(4).substr(24, 4), "[]  ");
+  EXPECT_EQ(terminal_->Marks(), "cursor 0,0\n");
+  Leave(kEnter + kF3);
+  ExpectInTrace(no_list);
+
+  start();
   Type("o" + kShow + kF4 + kDown + kEnter + kDown + kF4 + kDown + kEnter + kEnter);
   ExpectPicture(*terminal_, "read_only_record");
   Type("w" + kDelete + kDown + kF4);
   ExpectPicture(*terminal_, "read_only_record");
-  Type(kEnter + kF3 + kUp + kAdd + "abc" + kF4);
-  EXPECT_EQ(terminal_->Row(4).substr(24, 4), "[]  ");
-  EXPECT_EQ(terminal_->Marks(), "cursor 0,0\n");
-  TypeAndRead(kEnter + kRemove + kEnter, refusal);
+  TypeAndRead(kEnter + kF3 + kDown + kEnter + kEnter, refusal);
   EXPECT_EQ(terminal_->Cursor(), (Position{9, 5}));
   Type(kEnter + kF4 + kEnter + kDown + kF4 + kEnter);
   EXPECT_EQ(terminal_->Row(5).substr(24, 8), "[alpha] ");
-  EXPECT_EQ(terminal_->Row(6).substr(24, 7), "[root] ");
+  EXPECT_EQ(terminal_->Row(6).substr(24, 6), "[adm] ");
   TypeAndRead(kEnter, refusal);
   Leave();
   EXPECT_EQ(Config(), records);
-  ExpectInTrace("PF4 key\nInput field not found\nExit UpdCfgKeys\n");
+  ExpectInTrace(no_list);
 }
 
 TEST_F(SuperuserTest, AddsTheWidestRecordAndNoWider) {
@@ -164,6 +171,8 @@ TEST_F(ProgramTest, TheSelectionIsAsItWasBehindTheRecord) {
   EXPECT_EQ(terminal_->Row(5).substr(24, 4), "[012");
   std::string node = kLongNode;
   TypeAndRead(kEnter, NotFound(node.replace(59, 2, "X"), kLongUserid));
+  Type(kF4 + kEnter + kEnter);  // from the list, the record is found again
+  EXPECT_EQ(terminal_->Row(6).substr(24, 9), "[WARNING]");
   ExpectInTrace("Looking for Node: <" + kLongNode.substr(0, 60) + "\n");  // 79 bytes
 }
 
