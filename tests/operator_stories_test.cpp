@@ -42,7 +42,6 @@ TEST_F(SuperuserTest, RefusesWrongFieldsOneMessageAtATime) {
     Position cursor;  // on the field that is wrong
   } kSteps[] = {{kDown + "?", "Node name is missing", {4, 25}},
                 {"a*b", "Imbedded \"*\" not allowed in node name mask", {4, 25}},
-                {"a**", "Imbedded \"*\" not allowed in node name mask", {4, 25}},
                 {"a?*", "\"?\" not allowed in node name mask", {4, 25}},
                 {"a,?", "\",\" not allowed in node name mask", {4, 25}},
                 {"abc", "\"?\" not allowed in userid mask", {5, 25}},
@@ -119,8 +118,8 @@ TEST_F(ProgramTest, AnOrdinaryUserSeesEverythingAndChangesNothing) {
   WriteFile(file_, records);
   WriteFile("trace", "");
   std::filesystem::permissions("trace", std::filesystem::perms{0666});
-  const auto start = [&] { StartUnder(geteuid() == 0 ? drop_rights : "", "-d -f trace"); };
-  start();
+  const std::string user = geteuid() == 0 ? drop_rights : "env";
+  Start("-d -f trace", user);
   ExpectPicture(*terminal_, "read_only_notice");
   Type("o" + kAdd + "abc" + kF4);
   EXPECT_EQ(terminal_->Row(4).substr(24, 4), "[]  ");
@@ -128,7 +127,7 @@ TEST_F(ProgramTest, AnOrdinaryUserSeesEverythingAndChangesNothing) {
   Leave(kEnter + kF3);
   ExpectInTrace(no_list);
 
-  start();
+  Start("-d -f trace", user);
   Type("o" + kShow + kF4 + kDown + kEnter + kDown + kF4 + kDown + kEnter + kEnter);
   ExpectPicture(*terminal_, "read_only_record");
   Type("w" + kDelete + kDown + kF4);
@@ -181,7 +180,7 @@ TEST_F(ProgramTest, OtherFunctionKeysLeaveEveryScreenOpen) {
       "\x1bOP\x1bOQ\x1b[15~\x1b[17~\x1b[18~\x1b[19~\x1b[20~\x1b[21~\x1b[23~\x1b[24~";
   const std::string f0_of_vt100 = "\x1bOy";
   for (const std::string& keys : {f1_f2_f5_to_f12, f0_of_vt100}) {
-    Start("", {.term = keys == f0_of_vt100 ? "vt100" : "tmux"});
+    Start("", "", {.term = keys == f0_of_vt100 ? "vt100" : "tmux"});
     const std::string menu = terminal_->Screen();
     for (const std::string& entry : {kEnter, kDown + kEnter, kDown + kEnter}) {
       Type(entry);
@@ -199,7 +198,7 @@ TEST_F(SuperuserTest, SaysWhenARecordCannotBeStoredButNotWhenItCannotBeRemoved) 
   using std::filesystem::perms;
   const std::string failed = "Update of external node security configuration failed";
   WriteFile(file_, ConfigText({"a,b,E"}));
-  StartUnder("setpriv --bounding-set=-all --inh-caps=-all", "-d -f trace");  // bound by permissions
+  Start("-d -f trace", "setpriv --bounding-set=-all --inh-caps=-all");  // bound by permissions
   std::filesystem::rename("opr", "elsewhere");
   TypeAndRead(kAdd + "a" + kDown + "b" + kDown + "d" + kEnter, failed);
   std::filesystem::rename("elsewhere", "opr");

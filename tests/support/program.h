@@ -37,19 +37,13 @@ class ProgramTest : public ::testing::Test {
   }
 
   // Starts the program on a terminal that shows old text and waits for its menu, or for its end.
-  // The notice that an ordinary user gets first is closed.
-  void Start(const std::string& arguments = "", const TerminalOptions& options = {}) {
-    StartUnder("", arguments, options);
-    if (terminal_->Find("Read Only").row >= 0) Type("o");
-  }
-
-  // Starts it likewise by way of another command, which sets what it may do. Leaves the notice.
-  void StartUnder(const std::string& command, const std::string& arguments = "",
-                  TerminalOptions options = {}) {
-    const std::string program = command + " ./program " + arguments;
+  // Closes the notice for an ordinary user, unless a command `by` that sets who it is runs it.
+  void Start(const std::string& arguments = "", const std::string& by = "",
+             TerminalOptions options = {}) {
     options.env.push_back("HLVHOME0000=" + directory_.path);
-    terminal_ = TerminalSession::Run("echo old text; exec " + program, options);
-    [[maybe_unused]] const bool waiting = terminal_->Settle();
+    terminal_ =
+        TerminalSession::Run("echo old text; exec " + by + " ./program " + arguments, options);
+    if (terminal_->Settle() && geteuid() != 0 && by.empty()) Type("o");
   }
 
   // Sends the keys and waits until the program has acted on all of them.

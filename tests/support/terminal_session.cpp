@@ -123,11 +123,8 @@ TerminalSession::~TerminalSession() {
 
 std::unique_ptr<TerminalSession> TerminalSession::Run(const std::string& command,
                                                       const TerminalOptions& options) {
-  const auto body = [&command] {
-    execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
-    return std::string("no shell");
-  };
-  return Call(body, options);
+  const char* text = command.c_str();
+  return Call([=] { return std::to_string(execl("/bin/sh", "sh", "-c", text, nullptr)); }, options);
 }
 
 std::unique_ptr<TerminalSession> TerminalSession::Call(const std::function<std::string()>& body,
@@ -282,6 +279,6 @@ bool TerminalSession::Cooked() const {
 
 void ExpectPicture(const TerminalSession& terminal, const std::string& name) {
   EXPECT_EQ(terminal.Picture(), ReadFile(NODEWARDEN_SCREENS "/" + name + ".txt"))
-      << "instead of the picture " << name << ", this shows:\n"
+      << name << " looks like this:\n"
       << terminal.Picture();
 }
