@@ -1,3 +1,5 @@
+#include <csignal>
+
 #include "support/program.h"
 
 namespace {
@@ -77,6 +79,25 @@ TEST_F(ProgramTest, AnEarlyInterruptWaitsUntilTheProgramWaitsForAKey) {
   Start("-d -f trace", "env PATH=.:$PATH");
   Leave("");
   EXPECT_TRUE(ReadFile("trace").starts_with(kTraceStart));
+}
+
+TEST_F(ProgramTest, OtherSignalsWaitLikewiseAndEndItWithTheTerminalRestored) {
+  for (const auto& [name, number] :
+       {std::pair{"TERM", SIGTERM}, std::pair{"HUP", SIGHUP}, std::pair{"QUIT", SIGQUIT}}) {
+    SCOPED_TRACE(name);
+    Start();
+    terminal_->Signal(number);
+    EXPECT_EQ(terminal_->ExitStatus(), -number);
+    EXPECT_EQ(terminal_->Screen(), "\n");
+    EXPECT_TRUE(terminal_->Cooked());
+
+    SignalAtStart(name);
+    Start("-d -f trace", "env PATH=.:$PATH");
+    EXPECT_EQ(terminal_->ExitStatus(), -number);
+    EXPECT_TRUE(terminal_->Cooked());
+    EXPECT_TRUE(ReadFile("trace").starts_with(kTraceStart));
+    std::filesystem::remove("trace");
+  }
 }
 
 TEST_F(ProgramTest, StopsAtAKeyButNotHalfwayThroughItsStartAndGoesOn) {
