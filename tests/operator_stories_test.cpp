@@ -1,6 +1,7 @@
 #include <new>
 
 #include "config/record.h"
+#include "forms/key_input.h"
 #include "screens/screens.h"
 #include "shell/trace_log.h"
 #include "support/program.h"

@@ -100,16 +100,19 @@ TEST_F(ProgramTest, OtherSignalsWaitLikewiseAndEndItWithTheTerminalRestored) {
   }
 }
 
-TEST_F(ProgramTest, StopsAtAKeyButNotHalfwayThroughItsStartAndGoesOn) {
+TEST_F(ProgramTest, StopsWhereItWaitsForAKeyAndGoesOn) {
+  const std::string at_start = "stopped at the start";
+  const std::string by_key = "stopped by Ctrl-Z";
   SignalAtStart("TSTP");
-  terminal_ = TerminalSession::Run("set -m; PATH=.:$PATH ./program; echo stopped; read key; fg");
-  Type(geteuid() == 0 ? "" : "o");
-  ExpectPicture(*terminal_, "main_menu");
-  Type("\x1a");
-  EXPECT_TRUE(terminal_->WaitFor("stopped") && terminal_->Cooked()) << terminal_->Picture();
-  Type(kEnter);
-  ExpectPicture(*terminal_, "main_menu");
-  Leave();
+  terminal_ = TerminalSession::Run("set -m; PATH=.:$PATH ./program; echo " + at_start +
+                                   "; read key; fg; echo " + by_key + "; read key; fg");
+  for (const std::string& stopped : {at_start, by_key}) {
+    EXPECT_TRUE(terminal_->WaitFor(stopped) && terminal_->Cooked()) << terminal_->Picture();
+    Type(kEnter);
+    ExpectPicture(*terminal_, geteuid() == 0 ? "main_menu" : "read_only_notice");
+    if (stopped == at_start) terminal_->Send("\x1a");
+  }
+  Leave(geteuid() == 0 ? kF3 : "o" + kF3);
 }
 
 TEST_F(SuperuserTest, TracesAWholeRun) {

@@ -6,11 +6,13 @@
 
 #include <array>
 #include <cerrno>
+#include <string>
 
 void RunShellCommand(const char* command) {
+  const std::string line = std::string("trap '' TSTP; ") + command;
   // The interface takes pointers to char that it does not write through.
   const std::array<char*, 4> arguments{const_cast<char*>("sh"), const_cast<char*>("-c"),
-                                       const_cast<char*>(command), nullptr};
+                                       const_cast<char*>(line.c_str()), nullptr};
   pid_t shell = 0;
   if (posix_spawn(&shell, "/bin/sh", nullptr, nullptr, arguments.data(), environ) != 0) {
     return;

@@ -1,0 +1,230 @@
+// The program on a terminal that changes its size.
+
+#include <csignal>
+
+#include "support/program.h"
+
+namespace {
+
+struct Size {
+  int rows, cols;
+};
+
+class ResizeTest : public SuperuserTest {
+ protected:
+  void StartAt(Size size, const std::string& keys, const std::string& arguments = "") {
+    std::vector<std::string> records{"alpha,ops,E"};
+    for (int node = 0; node < 25; ++node) records.push_back("node" + std::to_string(node) + ",u,E");
+    WriteFile(file_, ConfigText(records));
+    Start(arguments, "", {.rows = size.rows, .cols = size.cols});
+    Type(keys);
+  }
+
+  // The picture of the program started at this size.
+  std::string FreshPicture(Size size, const std::string& keys) {
+    StartAt(size, keys);
+    return terminal_->Picture();
+  }
+
+  // The terminal makes rubbish of what it shows, and the program is to act without a key.
+  void ResizeTo(Size size) {
+    terminal_->Resize(size.rows, size.cols, OldContent::kRubbish);
+    Type("");
+  }
+};
+
+const Size kUsual{24, 80};
+const std::string kAdd = kEnter;
+const std::string kShow = kDown + kEnter;
+const std::string kRemove = kDown + kDown + kEnter;
+const std::string kAlpha = "alpha" + kDown + "ops" + kEnter;
+const std::string kLetters = "abcdefghijklmnopqrstuvwxyzabcdefghijklmnopqrstuvwxyz0123456789AB";
+
+// What an operator has opened, the least size that shows it, and whether it outlives a smaller one.
+const struct {
+  const char* name;
+  std::string keys;
+  Size least;
+  bool outlives;
+} kScenes[] = {
+    {"menu", "", {7, 30}, true},
+    {"last menu entry", kUp, {13, 30}, true},
+    {"add form", kAdd, {8, 30}, true},
+    {"add form with values", kAdd + "abc" + kDown + "u" + kLeft, {8, 30}, true},
+    {"add form with a long value", kAdd + kLetters, {8, 30}, true},
+    {"refused form", kAdd + kEnter, {10, 50}, false},
+    {"list of modes", kAdd + "abc" + kDown + kDown + kF4 + kDown, {19, 70}, false},
+    {"selection", kShow + "x" + kDown, {8, 30}, true},
+    {"scrolled list", kShow + kF4 + Times(15, kDown) + kUp, {19, 70}, false},
+    {"empty list", kShow + kDown + "x" + kUp + kF4, {19, 70}, false},
+    {"not found", kShow + "x" + kDown + "y" + kEnter, {10, 50}, false},
+    {"opened record", kShow + kAlpha + kRight, {8, 30}, true},
+    {"list over opened record", kShow + kAlpha + kF4 + kDown, {19, 70}, false},
+    {"question over opened record", kShow + kAlpha + "w" + kF3 + kRight, {10, 50}, false},
+    {"question before removal", kRemove + kAlpha + kLeft, {10, 50}, false},
+};
+
+TEST_F(ResizeTest, EverythingStandsAsIfOpenedAtTheNewSize) {
+  for (const auto& [name, keys, least, outlives] : kScenes) {
+    const std::vector<Size> sizes{{30, 100}, {20, 60}, least, {50, 132}, kUsual};
+    std::vector<std::string> fresh;
+    for (const Size size : sizes) fresh.push_back(FreshPicture(size, keys));
+    StartAt(kUsual, keys);
+    for (std::size_t step = 0; step < sizes.size(); ++step) {
+      const auto [rows, cols] = sizes[step];
+      if (rows < least.rows || cols < least.cols) continue;
+      if (outlives) {
+        for (const Size tiny : {Size{1, 1}, {6, 20}, {2, 300}}) ResizeTo(tiny);
+      }
+      ResizeTo({rows, cols});
+      EXPECT_EQ(terminal_->Picture(), fresh[step]) << name << " at " << rows << "x" << cols;
+    }
+  }
+}
+
+TEST_F(ResizeTest, WhatLiesUnderABoxIsLaidOutToo) {
+  const std::string form = FreshPicture({30, 100}, kShow + "x");
+  const std::string menu = FreshPicture({30, 100}, kDown);
+  StartAt(kUsual, kShow + "x" + kEnter);
+  ResizeTo({30, 100});
+  Type("o");
+  EXPECT_EQ(terminal_->Picture(), form);
+  Type(kF3);
+  EXPECT_EQ(terminal_->Picture(), menu);
+}
+
+TEST_F(ResizeTest, TheEditedValueMovesNoFurtherThanTheCursorNeeds) {
+  const std::string home = Times(64, kLeft);
+  const struct {
+    const char* name;
+    std::string keys;
+    Size size;
+    const char* field;
+    int column;
+  } kCases[] = {
+      {"narrowed with the cursor at the end",
+       kLetters,
+       {24, 60},
+       "<fghijklmnopqrstuvwxyz0123456789AB]|",
+       58},
+      {"narrowed with the cursor inside",
+       kLetters + home + Times(40, kRight),
+       {24, 60},
+       "<ijklmnopqrstuvwxyzabcdefghijklmno>|",
+       57},
+      {"narrowed with the cursor in sight",
+       kLetters + home + Times(9, kRight),
+       {24, 60},
+       "[abcdefghijklmnopqrstuvwxyzabcdefg>|",
+       34},
+      {"widened while it does not fit",
+       kLetters,
+       {24, 90},
+       "<lmnopqrstuvwxyzabcdefghijklmnopqrstuvwxyz0123456789AB]",
+       78},
+      {"widened until it fits",
+       kLetters,
+       {24, 100},
+       "[abcdefghijklmnopqrstuvwxyzabcdefghijklmnopqrstuvwxyz0123456789AB]",
+       89},
+      {"narrowed to where the cursor is",
+       kLetters.substr(0, 50) + Times(17, kLeft),
+       {24, 60},
+       "<bcdefghijklmnopqrstuvwxyzabcdefgh>|",
+       57},
+      {"a field that is not edited",
+       kLetters + kDown,
+       {24, 60},
+       "[abcdefghijklmnopqrstuvwxyzabcdefg>|",
+       25},
+  };
+  for (const auto& [name, keys, size, field, column] : kCases) {
+    StartAt(kUsual, kAdd + keys);
+    ResizeTo(size);
+    const std::string row = terminal_->Row(4).substr(24, std::string(field).size());
+    EXPECT_EQ(row, field) << name;
+    EXPECT_EQ(terminal_->Cursor().col, column) << name;
+  }
+}
+
+TEST_F(ResizeTest, AFieldOutsideTheScreenTakesNoKeysAndComesBack) {
+  const struct {
+    const char* name;
+    std::string keys;
+    Size size;
+  } kCases[] = {{"mode of an opened record on six lines", kShow + kAlpha + kRight, {6, 80}},
+                {"mode of an opened record on five lines", kShow + kAlpha, {5, 80}},
+                {"second field of the add form", kAdd + "abc" + kDown + "de" + kLeft, {5, 80}},
+                {"long value on 25 columns", kAdd + kLetters + Times(9, kLeft), {24, 25}}};
+  for (const auto& [name, keys, size] : kCases) {
+    StartAt(kUsual, keys);
+    const std::string before = terminal_->Picture();
+    ResizeTo(size);
+    EXPECT_EQ(terminal_->Cursor(), (Position{0, 0})) << name;
+    Type("X" + kDelete + "\b" + kUp + kDown);
+    EXPECT_EQ(terminal_->Cursor(), (Position{0, 0})) << name;
+    ResizeTo(kUsual);
+    EXPECT_EQ(terminal_->Picture(), before) << name;
+  }
+  EXPECT_EQ(terminal_->Bells(), 0);
+}
+
+TEST_F(ResizeTest, ABoxThatNoLongerFitsClosesWithoutAnAnswer) {
+  const struct {
+    const char* name;
+    std::string keys;
+    Size size;
+    std::string below;  // what is typed to get to the same without the box
+  } kCases[] = {
+      {"list", kShow + kF4, {18, 80}, kShow},
+      {"narrow list", kShow + kF4, {24, 69}, kShow},
+      {"message", kShow + kEnter, {9, 80}, kShow},
+      {"question before removal", kRemove + kAlpha, {24, 49}, kRemove + "alpha" + kDown + "ops"},
+      {"question before leaving", kAdd + "x" + kF3, {9, 80}, kAdd + "x"}};
+  for (const auto& [name, keys, size, below] : kCases) {
+    const std::string fresh = FreshPicture(size, below);
+    StartAt(kUsual, keys);
+    const std::string config = Config();
+    ResizeTo(size);
+    EXPECT_EQ(terminal_->Picture(), fresh) << name;
+    ResizeTo(kUsual);
+    EXPECT_EQ(terminal_->Picture(), FreshPicture(kUsual, below)) << name;
+    EXPECT_EQ(Config(), config) << name;
+  }
+}
+
+TEST_F(ResizeTest, LosesNoKeyWhereverTheSizeChanges) {
+  const std::string keys = kShow + kAlpha + kDelete + "w\x1b[C\x1blX";
+  const std::string fresh = FreshPicture(kUsual, keys);
+  for (int round = 0; round < 10; ++round) {
+    StartAt(kUsual, "");
+    for (std::size_t at = 0; at < keys.size(); ++at) {
+      const int step = static_cast<int>(at) + round;
+      terminal_->Resize(8 + step * 7 % 30, 40 + step * 11 % 60);
+      terminal_->Send(keys.substr(at, 1));
+    }
+    ResizeTo(kUsual);
+    EXPECT_EQ(terminal_->Picture(), fresh) << round;
+  }
+}
+
+TEST_F(ResizeTest, TracesTheKeyThatTellsOfItAndNothingElse) {
+  StartAt(kUsual, kAdd, "-d -f trace");
+  const std::string before = ReadFile("trace");
+  ResizeTo({30, 100});
+  EXPECT_EQ(ReadFile("trace").substr(before.size()),
+            "Key: \x9a, 0X19a received at position(5,5)\n"
+            "Input field:  <node> \"Node name mask\" \n");
+}
+
+TEST_F(ResizeTest, RepaintsAfterTheProgramWasStopped) {
+  StartAt(kUsual, kAdd + "abc");
+  const std::string before = terminal_->Picture();
+  terminal_->Signal(SIGSTOP);
+  terminal_->Resize(24, 80, OldContent::kRubbish);
+  terminal_->Signal(SIGCONT);
+  Type("");
+  EXPECT_EQ(terminal_->Picture(), before);
+}
+
+}  // namespace
