@@ -82,68 +82,26 @@ TEST_F(ResizeTest, EverythingStandsAsIfOpenedAtTheNewSize) {
   }
 }
 
-TEST_F(ResizeTest, WhatLiesUnderABoxIsLaidOutToo) {
-  const std::string form = FreshPicture({30, 100}, kShow + "x");
-  const std::string menu = FreshPicture({30, 100}, kDown);
-  StartAt(kUsual, kShow + "x" + kEnter);
-  ResizeTo({30, 100});
-  Type("o");
-  EXPECT_EQ(terminal_->Picture(), form);
-  Type(kF3);
-  EXPECT_EQ(terminal_->Picture(), menu);
-}
-
 TEST_F(ResizeTest, TheEditedValueMovesNoFurtherThanTheCursorNeeds) {
   const std::string home = Times(64, kLeft);
   const struct {
     const char* name;
     std::string keys;
-    Size size;
-    const char* field;
-    int column;
-  } kCases[] = {
-      {"narrowed with the cursor at the end",
-       kLetters,
-       {24, 60},
-       "<fghijklmnopqrstuvwxyz0123456789AB]|",
-       58},
-      {"narrowed with the cursor inside",
-       kLetters + home + Times(40, kRight),
-       {24, 60},
-       "<ijklmnopqrstuvwxyzabcdefghijklmno>|",
-       57},
-      {"narrowed with the cursor in sight",
-       kLetters + home + Times(9, kRight),
-       {24, 60},
-       "[abcdefghijklmnopqrstuvwxyzabcdefg>|",
-       34},
-      {"widened while it does not fit",
-       kLetters,
-       {24, 90},
-       "<lmnopqrstuvwxyzabcdefghijklmnopqrstuvwxyz0123456789AB]",
-       78},
-      {"widened until it fits",
-       kLetters,
-       {24, 100},
-       "[abcdefghijklmnopqrstuvwxyzabcdefghijklmnopqrstuvwxyz0123456789AB]",
-       89},
-      {"narrowed to where the cursor is",
-       kLetters.substr(0, 50) + Times(17, kLeft),
-       {24, 60},
-       "<bcdefghijklmnopqrstuvwxyzabcdefgh>|",
-       57},
-      {"a field that is not edited",
-       kLetters + kDown,
-       {24, 60},
-       "[abcdefghijklmnopqrstuvwxyzabcdefg>|",
-       25},
-  };
-  for (const auto& [name, keys, size, field, column] : kCases) {
+    int cols;
+    const char* begins;
+    int cursor;
+  } kCases[] = {{"cursor at the end", kLetters, 60, "<fghij", 58},
+                {"cursor inside", kLetters + home + Times(40, kRight), 60, "<ijklm", 57},
+                {"cursor still in sight", kLetters + home + kRight, 60, "[abcde", 26},
+                {"cursor on the mark", kLetters.substr(14) + Times(17, kLeft), 60, "<pqrst", 57},
+                {"wider but too narrow", kLetters, 90, "<lmnop", 78},
+                {"wide enough", kLetters, 100, "[abcde", 89},
+                {"not edited", kLetters + kDown, 60, "[abcde", 25}};
+  for (const auto& [name, keys, cols, begins, cursor] : kCases) {
     StartAt(kUsual, kAdd + keys);
-    ResizeTo(size);
-    const std::string row = terminal_->Row(4).substr(24, std::string(field).size());
-    EXPECT_EQ(row, field) << name;
-    EXPECT_EQ(terminal_->Cursor().col, column) << name;
+    ResizeTo({24, cols});
+    EXPECT_EQ(terminal_->Row(4).substr(24, 6), begins) << name;
+    EXPECT_EQ(terminal_->Cursor().col, cursor) << name;
   }
 }
 
@@ -170,25 +128,25 @@ TEST_F(ResizeTest, AFieldOutsideTheScreenTakesNoKeysAndComesBack) {
 }
 
 TEST_F(ResizeTest, ABoxThatNoLongerFitsClosesWithoutAnAnswer) {
+  const std::string to_remove = kRemove + "alpha" + kDown + "ops";
   const struct {
     const char* name;
-    std::string keys;
+    std::string below, opens;
     Size size;
-    std::string below;  // what is typed to get to the same without the box
-  } kCases[] = {
-      {"list", kShow + kF4, {18, 80}, kShow},
-      {"narrow list", kShow + kF4, {24, 69}, kShow},
-      {"message", kShow + kEnter, {9, 80}, kShow},
-      {"question before removal", kRemove + kAlpha, {24, 49}, kRemove + "alpha" + kDown + "ops"},
-      {"question before leaving", kAdd + "x" + kF3, {9, 80}, kAdd + "x"}};
-  for (const auto& [name, keys, size, below] : kCases) {
-    const std::string fresh = FreshPicture(size, below);
-    StartAt(kUsual, keys);
+  } kCases[] = {{"low list", kShow, kF4, {18, 80}},
+                {"narrow list", kShow, kF4, {24, 69}},
+                {"message", kShow, kEnter, {9, 80}},
+                {"question before removal", to_remove, kEnter, {24, 49}},
+                {"question before leaving", kAdd + "x", kF3, {9, 80}}};
+  for (const auto& [name, below, opens, size] : kCases) {
+    const std::string small = FreshPicture(size, below);
+    const std::string usual = FreshPicture(kUsual, below);
+    StartAt(kUsual, below + opens);
     const std::string config = Config();
     ResizeTo(size);
-    EXPECT_EQ(terminal_->Picture(), fresh) << name;
+    EXPECT_EQ(terminal_->Picture(), small) << name;
     ResizeTo(kUsual);
-    EXPECT_EQ(terminal_->Picture(), FreshPicture(kUsual, below)) << name;
+    EXPECT_EQ(terminal_->Picture(), usual) << name;
     EXPECT_EQ(Config(), config) << name;
   }
 }
@@ -208,23 +166,20 @@ TEST_F(ResizeTest, LosesNoKeyWhereverTheSizeChanges) {
   }
 }
 
-TEST_F(ResizeTest, TracesTheKeyThatTellsOfItAndNothingElse) {
+TEST_F(ResizeTest, RepaintsAfterAStopAndTracesOnlyANewSize) {
   StartAt(kUsual, kAdd, "-d -f trace");
-  const std::string before = ReadFile("trace");
-  ResizeTo({30, 100});
-  EXPECT_EQ(ReadFile("trace").substr(before.size()),
-            "Key: \x9a, 0X19a received at position(5,5)\n"
-            "Input field:  <node> \"Node name mask\" \n");
-}
-
-TEST_F(ResizeTest, RepaintsAfterTheProgramWasStopped) {
-  StartAt(kUsual, kAdd + "abc");
-  const std::string before = terminal_->Picture();
+  const std::string picture = terminal_->Picture();
+  const std::string trace = ReadFile("trace");
   terminal_->Signal(SIGSTOP);
-  terminal_->Resize(24, 80, OldContent::kRubbish);
+  terminal_->Resize(kUsual.rows, kUsual.cols, OldContent::kRubbish);
   terminal_->Signal(SIGCONT);
   Type("");
-  EXPECT_EQ(terminal_->Picture(), before);
+  EXPECT_EQ(terminal_->Picture(), picture);
+  EXPECT_EQ(ReadFile("trace"), trace);
+  ResizeTo({30, 100});
+  EXPECT_EQ(ReadFile("trace"), trace +
+                                   "Key: \x9a, 0X19a received at position(5,5)\n"
+                                   "Input field:  <node> \"Node name mask\" \n");
 }
 
 }  // namespace
