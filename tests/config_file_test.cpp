@@ -2,9 +2,7 @@
 
 #include <sys/stat.h>
 #include <sys/syscall.h>
-#include <sys/wait.h>
 
-#include <csignal>
 #include <sstream>
 
 #include "config/evseccfg.h"
@@ -168,29 +166,6 @@ TEST_F(StoreTest, AFileWithoutRoomForItsNewTextStaysAsItIs) {
   EXPECT_EQ(rewrite(EOPNOTSUPP, RLIM_INFINITY), 0);
   EXPECT_EQ(rewrite(0, text.size() - 1), EFBIG);
   EXPECT_EQ(rewrite(0, text.size()), 0);
-}
-
-// A pipe in place of the file holds the writer up in the middle until its text is read.
-TEST_F(StoreTest, SignalsWaitForTheEndOfTheRewrite) {
-  std::string text;
-  for (int i = 0; i < 9999; ++i) text += "-n=node,user,E\n";
-  WriteFile(kFile, text);
-  const RecordList list(WLNSGetAllRecs());
-  for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGTSTP}) {
-    std::filesystem::remove(kFile);
-    ASSERT_EQ(mkfifo(kFile, 0600), 0);
-    const pid_t child = fork();
-    if (child == 0) {
-      static_cast<void>(signal(number, _exit));
-      _exit(WLNSWriteRecs(list.head));
-    }
-    std::ifstream pipe(kFile);
-    kill(child, number);
-    EXPECT_TRUE(std::string(std::istreambuf_iterator<char>(pipe), {}) == kComments + text);
-    int status = 0;
-    waitpid(child, &status, 0);
-    EXPECT_EQ(WEXITSTATUS(status), number) << "lost";
-  }
 }
 
 }  // namespace

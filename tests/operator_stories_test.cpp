@@ -15,11 +15,6 @@ void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
 
 namespace {
 
-// The entries of the main menu, from the first one.
-const std::string kAdd = kEnter;
-const std::string kShow = kDown + kEnter;
-const std::string kRemove = kDown + kDown + kEnter;
-
 // As long as the fields are wide.
 const std::string kLongNode = Times(6, "0123456789") + "node";
 const std::string kLongUserid = Times(3, "0123456789") + "id";

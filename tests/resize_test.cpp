@@ -34,9 +34,6 @@ class ResizeTest : public SuperuserTest {
 };
 
 const Size kUsual{24, 80};
-const std::string kAdd = kEnter;
-const std::string kShow = kDown + kEnter;
-const std::string kRemove = kDown + kDown + kEnter;
 const std::string kAlpha = "alpha" + kDown + "ops" + kEnter;
 const std::string kLetters = "abcdefghijklmnopqrstuvwxyzabcdefghijklmnopqrstuvwxyz0123456789AB";
 

@@ -53,26 +53,5 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
   // A blank mode ends its line, where the next reading drops it.
   const std::string again = ModelText(ModelRead(ModelText(records)));
   assert(WLNSWriteRecs(WLNSGetAllRecs()) == 0 && Read() == again);
-
-  // The last byte chooses one of the records, or a new one, to be deleted and updated.
-  std::vector<Record> rest = records;
-  std::vector<Record> updated = records;
-  updated.emplace_back("new,pair", "");
-  const std::string masks = updated[size == 0 ? 0 : data[size - 1] % updated.size()].first;
-  const auto first = std::ranges::find(updated, masks, &Record::first);
-  const bool listed = first + 1 != updated.end();
-  if (listed) rest.erase(rest.begin() + (first - updated.begin()));
-  if (listed) updated.pop_back();
-  first->second = "DEW"[size % 3];
-
-  WLNSRec rec{};
-  CopyText(rec.nodemask, masks.substr(0, masks.find(',')));
-  CopyText(rec.usermask, masks.substr(masks.find(',') + 1));
-  rec.mode = first->second.front();
-  if (*rec.nodemask == '\0' || *rec.usermask == '\0') return 0;  // names no record
-  assert(Write(text) && WLNSDeleteRec(&rec) == 0 && Read() == (listed ? ModelText(rest) : text));
-  assert(Write(text) && WLNSUpdateRec(&rec) == 0 && Read() == ModelText(updated));
-  rec.mode = '\0';
-  assert(WLNSGetRec(&rec) == 0 && rec.mode == first->second.front());
   return 0;
 }

@@ -29,6 +29,11 @@ inline std::string Times(int count, const std::string& keys) {
   return all;
 }
 
+// What opens the screens from the first entry of the menu.
+inline const std::string kAdd = kEnter;
+inline const std::string kShow = kDown + kEnter;
+inline const std::string kRemove = kDown + kDown + kEnter;
+
 class ProgramTest : public ::testing::Test {
  protected:
   ProgramTest() {
