@@ -1,65 +1,85 @@
 #include "support/toolkit.h"
 
-// Six characters of "a" show on ten columns.
+// On ten columns six characters of "a" show.
 static constinit ScreenField form[] = {Field(2, 2, 8, "a"), Field(4, 2, 3, "b"),
-                                       Field(6, 2, 3, "c"), kEnd};
-static std::string codes;  // what the handler was told, but for Enter
+                                       Field(6, 2, 3, "hidden"), kSentinel};
 
-static int Handle(WINDOW* window, int code, ScreenField* field) {
-  if (code == CODE_ENTER) return 1;
-  codes += std::to_string(code) + (field != nullptr ? field->name : "-");
-  if (code == 3) return PaintScreen(window, form, nullptr);
-  if (code == 4) return MoveToField(window, form);
-  if (code == 5) return wmove(window, 2, 6);
-  if (code == 6) return wmove(window, 4, 2);
-  if (code == 7) SetValue(field, "ABCDEFGH");
-  if (code == 7) RedrawField(window, field);
-  if (code != 8) return 0;
-  const WindowPtr over = OpenWindow(LINES, COLS, 0, 0);
-  PaintScreen(over.get(), form + 1, nullptr);
-  ProcessWindowData(over.get(), form + 1, Handle);
+static Body Form(const std::string& value, const Action& action = {}) {
+  form[2].flags = FLD_HIDDEN;
+  return RunForm(form, value, action);
+}
+
+static int Repaint(WINDOW* window, ScreenField* /*field*/) {
+  return PaintScreen(window, form, nullptr);
+}
+static int ProtectAll(WINDOW* window, ScreenField* /*field*/) {
+  for (ScreenField& row : Rows(form)) row.flags |= FLD_PROTECTED;
+  return PaintScreen(window, form, nullptr);
+}
+static int GoToA(WINDOW* window, ScreenField* /*field*/) { return MoveToField(window, form); }
+static Action MoveTo(int row, int column) {
+  return [=](WINDOW* window, ScreenField* /*field*/) { return wmove(window, row, column); };
+}
+static int ChangeA(WINDOW* window, ScreenField* field) {
+  SetValue(field, "ABCDEFGH");
+  return RedrawField(window, field), 0;
+}
+static int RunAnother(WINDOW* window, ScreenField* /*field*/) {
+  RunForm(form + 1, "", on_f2)();
   return Restore(window);
 }
 
-// Runs the form; returns the value it leaves, "*" if it was changed, and the codes.
-static std::string RunForm(const std::string& value) {
-  if (value == "secret") form[0].flags = FLD_HIDDEN;
-  for (ScreenField& row : Rows(form)) row.flags |= value == "locked" ? FLD_PROTECTED : 0;
-  ProcessWindowData(OpenForm(form, value == "-" ? "" : value), form, Handle);
-  return Value(form) + std::string(FieldsModified ? "*" : "") + codes;
+TEST(FormEngine, KeysHandlersAndNewSizesActOnTheFieldUnderTheCursor) {
+  const std::string full = "abcdefgh";
+  const std::vector<Story> stories = {
+      {"form_typed", Form("abc"), " ~", "", " ~c*"},
+      {"form_full", Form(""), full + "X", "", "abcdefgh*", {}, 1},
+      {"form_hidden", Form("abc"), kUp + "xy", "", "abc*"},
+      {"form_page_down", Form("abc"), "\033[6~", "", "Rbc*"},
+      {"form_untouched", Form("abc"), "\x1f\x80", "", "abc"},
+      {"form_to_the_margin", Form(full), Times(5, kRight), "", "abcdefgh"},
+      {"form_to_the_last", Form(full), Times(9, kRight), "", "abcdefgh"},
+      {"form_at_the_end", Form("abc"), Times(4, kRight), "", "abc", {}, 1},
+      {"form_left_scrolls", Form(""), full + Times(7, kLeft), "", "abcdefgh*"},
+      {"form_erased", Form("abc"), Times(2, kRight) + kCtrlH, "", "ac*"},
+      {"form_nothing_to_erase", Form("abc"), kCtrlH, "", "abc", {}, 1},
+      {"form_deleted", Form("abc"), kDelete, "", "bc*"},
+      {"form_down", Form(""), full + kDown, "", "abcdefgh*"},
+      {"form_down_and_up", Form(""), full + kDown + kUp, "", "abcdefgh*"},
+      {"form_first_replaced", Form("", Repaint), full + kF2 + "X", "", "0 Xbcdefgh*"},
+      {"form_first_replaced", Form("", GoToA), full + kF2 + "X", "", "0 Xbcdefgh*"},
+      {"form_first_replaced", Form("", MoveTo(2, 9)), full + kF2 + "X", "", "0 Xbcdefgh*"},
+      {"form_shown_one_replaced", Form("", MoveTo(2, 6)), full + kF2 + "X", "", "0 abcdefXh*"},
+      {"form_next_one_replaced", Form(full, MoveTo(2, 8)), kF2 + "X", "", "0 abcdefXh*"},
+      {"form_moved_to_b", Form("", MoveTo(4, 2)), full + kF2 + "X", "", "0 abcdefgh*"},
+      {"form_moved_away", Form("abc", MoveTo(1, 4)), kF2 + "X" + kDown, "", "0 1- abc"},
+      {"form_all_protected", Form("abc", ProtectAll), kF2 + "X" + kDelete, "", "0 1- abc"},
+      {"form_changed_by_handler", Form("", ChangeA), full + kF2, kCtrlH, "0 ABCDEFG*"},
+      {"form_over_form", Form("", RunAnother), full + kF2 + "xy", kEnter, "0 abcdefgh*"},
+      {"form_after_form", Form("", RunAnother), full + kF2 + "xy\r", "", "0 abcdefgh*"},
+      {"form_wider", Form(""), full, "", "abcdefgh*", {{8, 12}}},
+      {"form_narrower", Form(""), "abcdef" + Times(5, kLeft), "", "abcdef*", {{8, 8}}},
+      {"form_scrolled_along", Form(""), "abcdef" + kLeft, "", "abcdef*", {{8, 8}}},
+      {"form_too_low", Form(""), "abc", kCtrlH + kDown + "X", "1- abc*", {{2, 10}}},
+      {"form_too_narrow", Form(""), "abc", kCtrlH + kDown + "X", "1- abc*", {{8, 2}}},
+      {"form_grown_again", Form(""), "abc", kCtrlH, "ab*", {{1, 1}, {3, 5}, {8, 10}}}};
+  Play(stories, {.rows = 8, .cols = 10});
 }
 
-TEST(FormEngine, KeysEditTheFieldUnderTheCursor) {
-  Play(R"(- abcdef [abcdef!]|@2,1 g <bcdefg!]|@2,1 hX <cdefgh!]|@2,1* ^h^h^h^h^h^h
-      <!cdefgh]|@2,1* # <!cdefgh]|@2,1** ^h <!bcdefg>|@2,1** ^h^h [!abcdef>|@2,1** $ = abcdefgh*
-    abcdefgh ^l^l^l^l^l^lX <bcdefX!>|@2,1 ^x <bcdefX!>|@2,1* Y <cdefXY!]|@2,1* $ = abcdefXY*
-    - abcdefgh^[18~xy [xy!]____|@4,1 $# <cdefg!]_|@2,1 ^3Y [Y!bcdef>|@2,1 $ = Ybcdefg*8a4a
-    abcdefgh ^l^l^l^l^l [abcde!f>|@2,1 ^l <bcdef!g>|@2,1 ^l^l <cdefg!h]|@2,1 $ = abcdefgh
-    - ~^[6~c [~Rc!]___|@2,1 ^l^xd [~Rcd!]__|@2,1** ^h^x^x [~Rc!]___|@2,1*** ^h^hb$ = ~bc*
-    secret [******]|@2,1 ^lX^l# [**!***]_|@2,1 ^l^l^lyz <******!]|@2,1 $ = sXretyz*
-    - abcdefgh^jxyzz [xyz!]___|@4,1* ^k [!abcdef>|@2,1* X^k !@6,2* $ = Xbcdefgh*
-    - abcdef !@2,8 %8,8 [!abcd>f@2,1 ^2zzzzzzzz <zzzz!]|@2,1 $ = zzzzzzzz*3a
-    - abcdefgh^4X <cdefX!h]|@2,1 ^3Y [Y!bcdef>|@2,1 $ = YbcdefXh*5a4a
-    - abcdefgh^1# <cdefg!]_|@2,1 ^2X [X!bcdef>|@2,1 $ = Xbcdefg*2a3a
-    - abcdefgh^h^h^h# <cd!fgh]_|@2,1 ^x [abcd!gh]|@2,1 $ = abcdgh*
-    abcdefgh ^x [!bcdefg>|@2,1 ^l^l^x# [b!efgh]_|@2,1 $ = befgh*
-    abc ^1^[20~^[21~^[23~^[24~^[1;2P !@2,2 $ = abc2a10a11a12a13a
-    ABCDEF ^h^l^lXY [ABXY!EF]|@2,1 ## [AB!EF]__|@2,1 $ = ABEF* locked x#^x^j^1 !@0,0 $ = locked2-
-    - abcdefgh^[15~#X [X!]_____|@4,1* $ = abcdefgh*6a abcdefgh %8,14 [!abcdefgh]@2,1 $ = abcdefgh
-    - abcdefgh^[17~X <CDEFGH!]|@2,1* $ = ABCDEFGH*7a abc ^4X#^x^l^h [abc!]___|@2,1**** $ = abc5a)",
-       RunForm, {.rows = 8, .cols = 10});
-  Play("abc \x7f$ = bc*", RunForm, {.rows = 8, .cols = 10, .term = "vt100"});
+TEST(FormEngine, FunctionKeysGoToTheHandler) {
+  const auto tmux = Start(Form(""));
+  tmux->Send("\033OP\033OQ\033OR\033OS\033[15~\033[17~\033[18~");            // F1 to F7
+  tmux->Send("\033[19~\033[20~\033[21~\033[23~\033[24~\033[1;2P" + kEnter);  // F8 to F13
+  EXPECT_EQ(tmux->Result(), "2a 3a 4a 5a 6a 7a 8a 9a 10a 11a 12a 13a ");
+  const auto vt100 = Start(Form("abc"), {.term = "vt100"});
+  vt100->Send("\033Oy\177\033OM");  // F0, Delete, keypad Enter
+  EXPECT_EQ(vt100->Result(), "bc*");
 }
 
-TEST(FormEngine, EveryEditIsTraced) {
-  const std::string field = "Input field:  <a> \"-\" \n";
-  const std::string trace = Play("abcdefg X^l^l^l^l^l#$ = Xbcdeg*", RunForm, {.cols = 10});
-  EXPECT_EQ(trace.find("\nEnter ProcessWindowData\n" + field + "Key: X"), 7U) << trace;
-  EXPECT_LT(trace.find("Old String:  <abcdefg>; Len=7\nNew String:  <Xbcdefg>; Len=7\n" + field),
-            trace.size());
-  EXPECT_EQ(
-      trace.substr(trace.rfind("Old ")),
-      "Old String:  <Xbcdefg>; Len=7\nExtract char:  <b>\nExtract char:  <c>\n"
-      "Extract char:  <d>\nExtract char:  <e>\nExtract char:  <g>\nNew String:  <Xbcdeg>; Len=6\n" +
-          field + "Key: \n, 0Xa received at position(0,0)\nExit ProcessWindowData\n");
+TEST(FormEngine, EditsAreTraced) {
+  const auto trace = [](WINDOW* /*window*/, ScreenField* /*field*/) { return StartTrace(), 0; };
+  const auto traced = [&] { return Form("abcdefgh", trace)(), ReadFile(LogFileName); };
+  const auto terminal = Start(traced, {.rows = 8, .cols = 10});
+  terminal->Send(Times(6, kRight) + kF2 + kCtrlH + "X" + kEnter);
+  EXPECT_EQ(terminal->Result(), ReadFile(NODEWARDEN_TRACES "/form_engine.txt"));
 }

@@ -1,51 +1,93 @@
 #include <fcntl.h>
 
 #include "shell/shell_state.h"
-#include "shell/shutdown.h"
 #include "support/toolkit.h"
 
-// Returns the codes of the keys up to Enter, J or an error. I and J raise an interrupt; C closes
-// the keyboard, Z and E put the end of a file or a file that cannot be read in its place.
-static std::string ReadKeys(const std::string& /*start*/) {
-  HoldInterrupts();
-  (void)signal(SIGINT, Shutdown);
-  (void)signal(SIGHUP, SIG_IGN);
-  (void)signal(SIGUSR1, [](int) {});
-  WINDOW* window = OpenForm(SelectScreen, "");
+// Returns the codes of the next `count` keys, each with a blank behind it.
+static std::string ReadKeys(int count) {
+  keypad(stdscr, TRUE);
   MenuCursorRow = 7;
+  MenuCursorCol = 5;
   std::string codes;
-  for (int key = 0; key != '\n' && key != 'J' && key != ERR; codes += std::to_string(key) + ",") {
-    key = ReadKey(window);
-    if (key == 'I' || key == 'J') (void)raise(SIGINT);
-    if (key == 'C') close(STDIN_FILENO);
-    if (key == 'Z' || key == 'E') dup2(open(key == 'Z' ? "/dev/null" : "/", O_RDONLY), 0);
-  }
+  while (count-- > 0) codes += std::to_string(ReadKey(stdscr)) + " ";
   return codes;
 }
 
-TEST(ReadKey, KeysAndSequencesComeBackAsCodesAndAreTraced) {
-  Play(R"(- ^OA^OB^OC^OD^OP^OS^[15~^[3~$ = 259,258,261,260,265,268,269,330,10,
-    - #A~^[A^[B^[C^[D$ = 8,65,126,259,258,261,260,10, - %20,70 $ = 410,10,
-    - ^1^2^3^4^x^h^l^k^j$ = 265,266,267,268,330,260,261,259,258,10,
-    - ^Xa^5b^Oxc^[Pd^^j^[^AeH$ = 97,98,99,100,106,65,101,72,10,
-    - ^ O A ^ O B ^ O C ^ O D $ = 259,258,261,260,10, - J = 74,
-    - ^ O P ^ O Q ^ O R ^ O S $ = 265,266,267,268,10,)",
-       ReadKeys);
-  Play("- ^OP^OM#\x7f^[C$ = 265,343,330,127,261,10, - ^ O x $ = 10,", ReadKeys, {.term = "vt100"});
-  const std::string at = " received at position(7,0)\n";
-  const std::string bracket = "Key: \x1b, 0X1b" + at + "escape key hit\nKey: [, 0X5b" + at;
-  EXPECT_EQ(Play("- ^OA^[B^[P$ = 259,258,10,", ReadKeys),
-            "259,258,10,\nKey: \x03, 0X103" + at + bracket + "Key: B, 0X42" + at + bracket +
-                "Key: P, 0X50" + at + "ignoring key\nKey: \n, 0Xa" + at);
+TEST(ReadKey, KeysAndSequencesComeBackAsOneCode) {
+  using KeyCodes = std::vector<std::pair<std::string, int>>;  // what a terminal sends, and the code
+  const KeyCodes known = {{"\033OA", KEY_UP},  {"\033OS", KEY_F(4)}, {"\033[15~", KEY_F(5)},
+                          {"\r", KEY_NEWLINE}, {"\033[3~", KEY_DC},  {"\177", KEY_DC}};
+  const KeyCodes known_to_vt100 = {{"\033OM", KEY_ENTER}, {"\b", KEY_DC}, {"\177", 127}};
+  const KeyCodes after_letter_o = {
+      {"\033OP", KEY_F(1)},  {"\033OQ", KEY_F(2)}, {"\033OR", KEY_F(3)},
+      {"\033OS", KEY_F(4)},  {"\033OA", KEY_UP},   {"\033OB", KEY_DOWN},
+      {"\033OC", KEY_RIGHT}, {"\033OD", KEY_LEFT}, {"\033Oxq", 'q'}};
+  const KeyCodes after_bracket = {
+      {"\033[A", KEY_UP}, {"\033[B", KEY_DOWN}, {"\033[C", KEY_RIGHT}, {"\033[D", KEY_LEFT}};
+  const KeyCodes after_escape = {{"\0331", KEY_F(1)},  {"\0332", KEY_F(2)}, {"\0333", KEY_F(3)},
+                                 {"\0334", KEY_F(4)},  {"\033x", KEY_DC},   {"\033h", KEY_LEFT},
+                                 {"\033l", KEY_RIGHT}, {"\033k", KEY_UP},   {"\033j", KEY_DOWN}};
+  const KeyCodes plain_or_dropped = {{"\b", 8},       {"A", 'A'},      {"\033[Pq", 'q'},
+                                     {"\033Xq", 'q'}, {"\0335q", 'q'}, {"\033\033q", 'q'}};
+  const std::pair<const char*, KeyCodes> terminals[] = {
+      {"tmux", known},           {"vt100", known_to_vt100},
+      {"linux", after_letter_o}, {"tmux", plain_or_dropped},
+      {"tmux", after_bracket},   {"tmux", after_escape}};
+  for (const auto& [term, key_codes] : terminals) {
+    for (const auto& [keys, code] : key_codes) {
+      const auto terminal = Start([] { return ReadKeys(1); }, {.term = term});
+      terminal->Send(keys);
+      EXPECT_EQ(terminal->Result(), std::to_string(code) + " ") << testing::PrintToString(keys);
+    }
+  }
 }
 
-TEST(ReadKey, EndsOnSignalsAndWithTheTerminal) {
-  for (const std::string cause : {"I", "Z", "E", "C", "hang-up", "interrupt", "signal"}) {
-    const auto terminal = TerminalSession::Call([] { return ReadKeys(""); });
-    if (terminal->Settle() && cause.size() == 1) terminal->Send(cause);
-    if (cause == "hang-up") terminal->HangUp();
-    if (cause == "interrupt") terminal->Signal(SIGINT);
-    if (cause == "signal") terminal->Signal(SIGUSR1);
-    EXPECT_EQ(terminal->ExitStatus(), 0) << cause;
+TEST(ReadKey, EveryKeyIsTracedAndANewSizeTearsNoSequence) {
+  const auto terminal = Start([] { return ReadKeys(5).append("\n" + ReadFile(LogFileName)); });
+  const std::pair<std::string, int> steps[] = {{kUp + "\033[Pq", 20}, {"\033", 30}, {"", 40}};
+  for (const auto& [keys, rows] : steps) {
+    terminal->Send(keys);
+    EXPECT_TRUE(terminal->Settle());
+    terminal->Resize(rows, 80);
+    EXPECT_TRUE(terminal->Settle());
   }
+  terminal->Send("[B");
+  EXPECT_EQ(terminal->Result(), ReadFile(NODEWARDEN_TRACES "/key_input.txt"));
+}
+
+TEST(ReadKey, TheProgramEndsWithItsTerminalOrWhenInterrupted) {
+  using Terminal = TerminalSession;
+  const struct {
+    const char* name;
+    void (*before)();                                         // in the program
+    void (*then)(Terminal&) = [](Terminal& /*terminal*/) {};  // what its terminal does
+    int status = 0;
+  } cases[] = {{"interrupt", [] {}, [](Terminal& terminal) { terminal.Signal(SIGINT); }},
+               {"interrupt before the wait", [] { (void)raise(SIGINT); }},
+               {"interrupt before a key", [] { ReadKeys(1), (void)raise(SIGINT); },
+                [](Terminal& terminal) { terminal.Send("ab"); }},
+               {"hang-up", [] {}, [](Terminal& terminal) { terminal.HangUp(); }, -SIGHUP},
+               {"hang-up, ignored", [] { (void)std::signal(SIGHUP, SIG_IGN); },
+                [](Terminal& terminal) { terminal.HangUp(); }},
+               {"end of file", [] { dup2(open("/dev/null", O_RDONLY), 0); }},
+               {"unreadable input", [] { dup2(open("/", O_RDONLY), 0); }},
+               {"closed input", [] { close(0); }}};
+  for (const auto& [name, before, then, status] : cases) {
+    const auto wait_for_ever = [&before = before]() -> std::string {
+      before();
+      ReadKeys(1);
+      std::_Exit(EXIT_FAILURE);
+    };
+    const auto terminal = Start(wait_for_ever);
+    then(*terminal);
+    EXPECT_EQ(terminal->ExitStatus(), status) << name;
+  }
+}
+
+TEST(ReadKey, OtherSignalsDoNotEndTheWait) {
+  const auto terminal = Start([] { return (void)std::signal(SIGUSR1, [](int) {}), ReadKeys(1); });
+  terminal->Signal(SIGUSR1);
+  EXPECT_TRUE(terminal->Settle());
+  terminal->Send("q");
+  EXPECT_EQ(terminal->Result(), "113 ");
 }

@@ -1,76 +1,120 @@
 #pragma once
 
-// The form toolkit in the child of a TerminalSession, and stories of keys typed to it.
+// The form toolkit at work on a terminal, with curses, signals and trace as the program sets them.
 
 #include <gtest/gtest.h>
 #include <sys/mman.h>
 
-#include <algorithm>
-#include <sstream>
-
-#include "forms/forms.h"
+#include "forms/key_input.h"
+#include "forms/layer.h"
+#include "forms/screen_painter.h"
+#include "forms/table_access.h"
 #include "forms/window.h"
+#include "shell/signals.h"
 #include "shell/trace_log.h"
+#include "support/keys.h"
 #include "support/terminal_session.h"
 #include "support/test_files.h"
 
-// A field at (row, column), with its label under it.
-constexpr ScreenField Field(int row, int column, int width, const char* name) noexcept {
-  return {row, column, "-", row, column, nullptr, width, 0, name};
-}
-constexpr ScreenField kEnd = Field(kTableEnd, kTableEnd, 0, nullptr);
+using Body = std::function<std::string()>;
 
-// Starts trace and curses as the program does and shows the form with `value` in its first row.
-inline WINDOW* OpenForm(ScreenField* table, const std::string& value) {
+// A field whose label stands on another line and in another column.
+constexpr ScreenField Field(int row, int column, int width, const char* name) {
+  return {row - 1, column + 2, "Label", row, column, nullptr, width, 0, name};
+}
+constexpr ScreenField kSentinel{255, 255, "", 255, 255, nullptr, 0, 0, nullptr};
+
+inline void StartTrace() {
   SetLogFileName(("/proc/self/fd/" + std::to_string(memfd_create("trace", 0))).c_str());
   DebugTrace = 1;
-  initscr();
-  cbreak();
-  noecho();
-  WINDOW* window = OpenWindow(LINES, COLS, 0, 0).release();
-  AllocScreenFields(table);
-  SetValue(table, value.c_str());
-  PaintScreen(window, table, nullptr);
-  return window;
 }
 
-// What keys send: ^ is Escape, # Ctrl-H and $ Enter.
-inline std::string Keys(std::string names) {
-  for (char& c : names) c = c == '^' ? '\x1b' : c == '#' ? '\b' : c == '$' ? '\r' : c;
-  return names;
+// Starts the body and waits until it awaits a key, or has ended.
+inline std::unique_ptr<TerminalSession> Start(const Body& body,
+                                              const TerminalOptions& options = {}) {
+  auto terminal = TerminalSession::Call(
+      [&body] {
+        HoldSignals();
+        StartTrace();
+        initscr();
+        CatchSignals();
+        cbreak();
+        noecho();
+        NeverBlockReads();
+        return body();
+      },
+      options);
+  [[maybe_unused]] const bool waiting = terminal->Settle();
+  return terminal;
 }
 
-// Plays stories: the start of `body`, then Keys, "%rows,columns" for a new size of the terminal and
-// "text@row,column" for what must show (_ is a blank, ! stands before the cursor, behind it all a *
-// for every bell so far); behind "=" the result. Returns the last result and its trace.
-inline std::string Play(const std::string& stories, std::string (*body)(const std::string&),
-                        const TerminalOptions& options = {}) {
-  std::istringstream words(stories);
-  std::string result;
-  for (std::string start, word; words >> start;) {
-    const auto terminal = TerminalSession::Call(
-        [&] { return body(start).append("\n").append(ReadFile(LogFileName)); }, options);
-    for (std::string story = start; words >> word && word != "="; story += ' ' + word) {
-      EXPECT_TRUE(terminal->Settle()) << story << "\n" << terminal->Screen();
-      const std::size_t at = std::min(word.find_first_of("%@"), word.size());
-      Position place{};
-      char comma = 0;
-      std::istringstream(word.substr(at)) >> comma >> place.row >> comma >> place.col;
-      if (at == word.size()) terminal->Send(Keys(word));
-      if (at == 0) terminal->Resize(place.row, place.col);
-      if (at == word.size() || at == 0) continue;
-      const Position cursor = terminal->Cursor();
-      const auto before = static_cast<unsigned>(cursor.col - place.col);
-      const std::size_t length = word.find('!') < at ? at - 1 : at;
-      std::string seen = terminal->Row(place.row).substr(static_cast<unsigned>(place.col), length);
-      if (length < at && cursor.row == place.row && before <= length) seen.insert(before, 1, '!');
-      std::replace(seen.begin(), seen.end(), ' ', '_');
-      EXPECT_EQ(seen, word.substr(0, at)) << story;
-      EXPECT_EQ(terminal->Bells(), std::ranges::count(word.substr(at), '*')) << story;
-    }
-    words >> word;
-    result = terminal->Result();
-    EXPECT_EQ(result.substr(0, result.find('\n')), word) << start;
+// A full screen that shows a table, for as long as the body runs.
+class FormScreen final : public Layer {
+ public:
+  explicit FormScreen(ScreenField* table, const std::string& value = "")
+      : Layer(OpenWindow(LINES, COLS, 0, 0).release()), table_(table) {
+    AllocScreenFields(table);
+    SetValue(FirstField(table), value.c_str());
+    PaintScreen(window(), table, nullptr);
   }
-  return result;
+  bool LayOut() override {
+    const bool placed = Place(window(), LINES, COLS, 0, 0);
+    Frame(window());
+    DrawScreen(window(), table_, nullptr);
+    return placed;
+  }
+
+ private:
+  ScreenField* table_;
+};
+
+// What F2 does in a form. Its result is noted, as are the codes of other function keys with the
+// field under the cursor, and an Enter without a field.
+using Action = std::function<int(WINDOW* window, ScreenField* field)>;
+inline Action on_f2;
+inline std::string noted;
+
+inline int Handle(WINDOW* window, int code, ScreenField* field) {
+  if (code == 3 && on_f2) {
+    const int result = on_f2(window, field);
+    noted += std::to_string(result) + " ";
+  } else if (code != CODE_ENTER || field == nullptr) {
+    noted += std::to_string(code) + (field != nullptr ? field->name : "-") + " ";
+  }
+  return code == CODE_ENTER ? -1 : 0;
+}
+
+// Runs a form with `value` in its first field until Enter. Returns what was noted and the value,
+// with a star if the operator has changed any.
+inline Body RunForm(ScreenField* table, const std::string& value, const Action& action = {}) {
+  return [=] {
+    on_f2 = action;
+    const FormScreen screen(table, value);
+    ProcessWindowData(screen.window(), table, Handle);
+    return noted + Value(table) + (FieldsModified != 0 ? "*" : "");
+  };
+}
+
+struct Story {
+  const char* picture;  // in tests/screens: what shows after the keys and the new sizes
+  Body body;
+  std::string keys, last_keys, result;  // the result after the last keys and Enter
+  std::vector<Position> sizes{};
+  int bells = 0;
+};
+
+inline void Play(const std::vector<Story>& stories, const TerminalOptions& options) {
+  for (const auto& [picture, body, keys, last_keys, result, sizes, bells] : stories) {
+    const auto terminal = Start(body, options);
+    terminal->Send(keys);
+    EXPECT_TRUE(terminal->Settle()) << picture;
+    for (const auto& [rows, cols] : sizes) {
+      terminal->Resize(rows, cols, OldContent::kRubbish);
+      EXPECT_TRUE(terminal->Settle()) << picture;
+    }
+    ExpectPicture(*terminal, picture);
+    EXPECT_EQ(terminal->Bells(), bells) << picture;
+    terminal->Send(last_keys + kEnter);
+    EXPECT_EQ(terminal->Result(), result) << picture;
+  }
 }

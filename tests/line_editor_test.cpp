@@ -1,0 +1,85 @@
+#include "forms/line_editor.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+using enum Edit;
+using Key = Edit (*)(LineEditor&);
+
+constexpr Key kLeft = [](LineEditor& line) { return line.Left(); };
+constexpr Key kRight = [](LineEditor& line) { return line.Right(); };
+constexpr Key kTypeX = [](LineEditor& line) { return line.Type('X'); };
+constexpr Key kEraseLeft = [](LineEditor& line) { return line.EraseLeft(); };
+constexpr Key kEraseUnder = [](LineEditor& line) { return line.EraseUnder(); };
+constexpr Key kFit = [](LineEditor& line) { return line.Fit(), kNothing; };
+
+constexpr int kWidth = 5;
+
+struct Line {
+  std::string value;
+  int offset, cursor;
+};
+
+struct Place {
+  int room, reach;
+};
+constexpr Place kCut{3, 2};  // by the right margin, before which the key Right stops
+constexpr Place kNoRoom{0, -1};
+
+TEST(LineEditor, KeysActOnValueOffsetAndCursor) {
+  const struct {
+    const char* name;
+    Line before;
+    Key key;
+    Line after;
+    Edit outcome;
+    Place place = {kWidth, kWidth};
+  } cases[] = {
+      {"left", {"abcde", 1, 2}, kLeft, {"abcde", 1, 1}, kMoved, kCut},
+      {"left scrolls", {"abcde", 2, 2}, kLeft, {"abcde", 1, 1}, kMoved, kCut},
+      {"left at the start", {"abc", 0, 0}, kLeft, {"abc", 0, 0}, kNothing},
+
+      {"right", {"abc", 0, 1}, kRight, {"abc", 0, 2}, kMoved},
+      {"right at the end", {"abc", 0, 3}, kRight, {"abc", 0, 3}, kRefused},
+      {"right to the margin", {"abcde", 1, 2}, kRight, {"abcde", 1, 3}, kMoved, kCut},
+      {"right scrolls", {"abcde", 1, 3}, kRight, {"abcde", 2, 4}, kMoved, kCut},
+      {"right on the last one", {"abcde", 2, 4}, kRight, {"abcde", 2, 4}, kNothing, kCut},
+      {"right without room", {"abc", 0, 0}, kRight, {"abc", 1, 1}, kMoved, kNoRoom},
+
+      {"over a character", {"abc", 0, 1}, kTypeX, {"aXc", 0, 2}, kChanged},
+      {"to the full width", {"abcd", 0, 4}, kTypeX, {"abcdX", 0, 5}, kChanged},
+      {"beyond the width", {"abcde", 0, 5}, kTypeX, {"abcde", 0, 5}, kRefused},
+      {"beyond the end", {"abc", 0, 4}, kTypeX, {"abc", 0, 4}, kRefused},
+      {"without room", {"", 0, 0}, kTypeX, {"X", 1, 1}, kChanged, kNoRoom},
+      {"behind the margin", {"abcd", 1, 4}, kTypeX, {"abcdX", 2, 5}, kChanged, kCut},
+
+      {"erase left", {"abcde", 0, 3}, kEraseLeft, {"abde", 0, 2}, kChanged},
+      {"erase beyond the end", {"abc", 0, 4}, kEraseLeft, {"abc", 0, 4}, kRefused},
+      {"erase left of it all", {"abc", 0, 0}, kEraseLeft, {"abc", 0, 0}, kRefused},
+      {"erase out of sight", {"abcde", 1, 1}, kEraseLeft, {"abcde", 1, 1}, kRefused, kCut},
+      {"erase what is scrolled", {"abcde", 1, 3}, kEraseLeft, {"abde", 1, 2}, kChanged, kCut},
+      {"erase until it fits", {"abcd", 1, 3}, kEraseLeft, {"abd", 0, 2}, kChanged, kCut},
+
+      {"delete", {"abcde", 0, 2}, kEraseUnder, {"abde", 0, 2}, kChanged},
+      {"delete at the end", {"abc", 0, 3}, kEraseUnder, {"abc", 0, 3}, kRefused},
+      {"delete out of sight", {"abcde", 1, 4}, kEraseUnder, {"abcde", 1, 4}, kRefused, kCut},
+      {"delete what is scrolled", {"abcde", 1, 3}, kEraseUnder, {"abce", 1, 3}, kChanged, kCut},
+      {"delete until it fits", {"abcd", 1, 2}, kEraseUnder, {"abd", 0, 2}, kChanged, kCut},
+
+      {"all fits now", {"abc", 2, 3}, kFit, {"abc", 0, 3}, kNothing, kCut},
+      {"still in sight", {"abcde", 1, 4}, kFit, {"abcde", 1, 4}, kNothing, kCut},
+      {"out of sight", {"abcde", 0, 4}, kFit, {"abcde", 2, 4}, kNothing, kCut},
+      {"the end out of sight", {"abcde", 1, 5}, kFit, {"abcde", 2, 5}, kNothing, kCut},
+      {"room is gone", {"abc", 0, 2}, kFit, {"abc", 2, 2}, kNothing, kNoRoom},
+  };
+  for (const auto& [name, before, key, after, outcome, place] : cases) {
+    std::string buffer = before.value;
+    buffer.resize(kWidth + 1);
+    LineEditor line{buffer.data(), kWidth, place.room, place.reach, before.offset, before.cursor};
+    EXPECT_EQ(key(line), outcome) << name;
+    EXPECT_EQ(buffer, after.value + std::string(buffer.size() - after.value.size(), '\0')) << name;
+    EXPECT_EQ(line.offset, after.offset) << name;
+    EXPECT_EQ(line.cursor, after.cursor) << name;
+  }
+}
