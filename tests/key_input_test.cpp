@@ -57,15 +57,18 @@ TEST(ReadKey, EveryKeyIsTracedAndANewSizeTearsNoSequence) {
 
 TEST(ReadKey, TheProgramEndsWithItsTerminalOrWhenInterrupted) {
   using Terminal = TerminalSession;
+  constexpr auto nothing = [](Terminal& /*terminal*/) {};
   const struct {
     const char* name;
-    void (*before)();                                         // in the program
-    void (*then)(Terminal&) = [](Terminal& /*terminal*/) {};  // what its terminal does
+    void (*before)();                   // in the program
+    void (*then)(Terminal&) = nothing;  // what its terminal does
     int status = 0;
   } cases[] = {{"interrupt", [] {}, [](Terminal& terminal) { terminal.Signal(SIGINT); }},
                {"interrupt before the wait", [] { (void)raise(SIGINT); }},
                {"interrupt before a key", [] { ReadKeys(1), (void)raise(SIGINT); },
                 [](Terminal& terminal) { terminal.Send("ab"); }},
+               {"terminate", [] { (void)raise(SIGTERM); }, nothing, -SIGTERM},
+               {"quit key", [] {}, [](Terminal& terminal) { terminal.Send("\034"); }, -SIGQUIT},
                {"hang-up", [] {}, [](Terminal& terminal) { terminal.HangUp(); }, -SIGHUP},
                {"hang-up, ignored", [] { (void)std::signal(SIGHUP, SIG_IGN); },
                 [](Terminal& terminal) { terminal.HangUp(); }},
@@ -81,11 +84,15 @@ TEST(ReadKey, TheProgramEndsWithItsTerminalOrWhenInterrupted) {
     const auto terminal = Start(wait_for_ever);
     then(*terminal);
     EXPECT_EQ(terminal->ExitStatus(), status) << name;
+    EXPECT_TRUE(terminal->Cooked() || std::string_view(name).starts_with("hang-up")) << name;
   }
 }
 
 TEST(ReadKey, OtherSignalsDoNotEndTheWait) {
-  const auto terminal = Start([] { return (void)std::signal(SIGUSR1, [](int) {}), ReadKeys(1); });
+  const auto terminal = Start([] {
+    (void)std::signal(SIGUSR1, [](int) {});
+    return ReadKeys(1);
+  });
   terminal->Signal(SIGUSR1);
   EXPECT_TRUE(terminal->Settle());
   terminal->Send("q");

@@ -68,7 +68,8 @@ TEST(LineEditor, KeysActOnValueOffsetAndCursor) {
       {"delete until it fits", {"abcd", 1, 2}, kEraseUnder, {"abd", 0, 2}, kChanged, kCut},
 
       {"all fits now", {"abc", 2, 3}, kFit, {"abc", 0, 3}, kNothing, kCut},
-      {"still in sight", {"abcde", 1, 4}, kFit, {"abcde", 1, 4}, kNothing, kCut},
+      {"still in sight", {"abcde", 1, 3}, kFit, {"abcde", 1, 3}, kNothing, kCut},
+      {"under the mark", {"abcde", 1, 4}, kFit, {"abcde", 2, 4}, kNothing, kCut},
       {"out of sight", {"abcde", 0, 4}, kFit, {"abcde", 2, 4}, kNothing, kCut},
       {"the end out of sight", {"abcde", 1, 5}, kFit, {"abcde", 2, 5}, kNothing, kCut},
       {"room is gone", {"abc", 0, 2}, kFit, {"abc", 2, 2}, kNothing, kNoRoom},

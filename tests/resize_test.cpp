@@ -79,29 +79,6 @@ TEST_F(ResizeTest, EverythingStandsAsIfOpenedAtTheNewSize) {
   }
 }
 
-TEST_F(ResizeTest, TheEditedValueMovesNoFurtherThanTheCursorNeeds) {
-  const std::string home = Times(64, kLeft);
-  const struct {
-    const char* name;
-    std::string keys;
-    int cols;
-    const char* begins;
-    int cursor;
-  } kCases[] = {{"cursor at the end", kLetters, 60, "<fghij", 58},
-                {"cursor inside", kLetters + home + Times(40, kRight), 60, "<ijklm", 57},
-                {"cursor still in sight", kLetters + home + kRight, 60, "[abcde", 26},
-                {"cursor on the mark", kLetters.substr(14) + Times(17, kLeft), 60, "<pqrst", 57},
-                {"wider but too narrow", kLetters, 90, "<lmnop", 78},
-                {"wide enough", kLetters, 100, "[abcde", 89},
-                {"not edited", kLetters + kDown, 60, "[abcde", 25}};
-  for (const auto& [name, keys, cols, begins, cursor] : kCases) {
-    StartAt(kUsual, kAdd + keys);
-    ResizeTo({24, cols});
-    EXPECT_EQ(terminal_->Row(4).substr(24, 6), begins) << name;
-    EXPECT_EQ(terminal_->Cursor().col, cursor) << name;
-  }
-}
-
 TEST_F(ResizeTest, AFieldOutsideTheScreenTakesNoKeysAndComesBack) {
   const struct {
     const char* name;
@@ -124,28 +101,14 @@ TEST_F(ResizeTest, AFieldOutsideTheScreenTakesNoKeysAndComesBack) {
   EXPECT_EQ(terminal_->Bells(), 0);
 }
 
-TEST_F(ResizeTest, ABoxThatNoLongerFitsClosesWithoutAnAnswer) {
-  const std::string to_remove = kRemove + "alpha" + kDown + "ops";
-  const struct {
-    const char* name;
-    std::string below, opens;
-    Size size;
-  } kCases[] = {{"low list", kShow, kF4, {18, 80}},
-                {"narrow list", kShow, kF4, {24, 69}},
-                {"message", kShow, kEnter, {9, 80}},
-                {"question before removal", to_remove, kEnter, {24, 49}},
-                {"question before leaving", kAdd + "x", kF3, {9, 80}}};
-  for (const auto& [name, below, opens, size] : kCases) {
-    const std::string small = FreshPicture(size, below);
-    const std::string usual = FreshPicture(kUsual, below);
-    StartAt(kUsual, below + opens);
-    const std::string config = Config();
-    ResizeTo(size);
-    EXPECT_EQ(terminal_->Picture(), small) << name;
-    ResizeTo(kUsual);
-    EXPECT_EQ(terminal_->Picture(), usual) << name;
-    EXPECT_EQ(Config(), config) << name;
-  }
+TEST_F(ResizeTest, AQuestionThatNoLongerFitsIsNotAnsweredWithYes) {
+  StartAt(kUsual, kRemove + kAlpha);
+  const std::string config = Config();
+  terminal_->Resize(9, 80);
+  Type("y");
+  ResizeTo(kUsual);
+  EXPECT_EQ(terminal_->Row(6).substr(24, 6), "[opsy]");
+  EXPECT_EQ(Config(), config);
 }
 
 TEST_F(ResizeTest, LosesNoKeyWhereverTheSizeChanges) {

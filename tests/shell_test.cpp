@@ -1,5 +1,3 @@
-#include <csignal>
-
 #include "support/program.h"
 
 namespace {
@@ -67,43 +65,14 @@ TEST_F(ProgramTest, EveryWayOutLeavesAClearTerminal) {
   }
 }
 
-// Has the first command that the program runs signal it: the leader of the process group.
-void SignalAtStart(const std::string& signal) {
-  WriteFile("clear", "#!/bin/sh\nrm clear\nread -r _ _ _ _ leader _ <\"/proc/$$/stat\"\nkill -s " +
-                         signal + " \"$leader\"\nexec clear\n");
-  std::filesystem::permissions("clear", std::filesystem::perms{0755});
-}
-
-TEST_F(ProgramTest, AnEarlyInterruptWaitsUntilTheProgramWaitsForAKey) {
-  SignalAtStart("INT");
-  Start("-d -f trace", "env PATH=.:$PATH");
-  Leave("");
-  EXPECT_TRUE(ReadFile("trace").starts_with(kTraceStart));
-}
-
-TEST_F(ProgramTest, OtherSignalsWaitLikewiseAndEndItWithTheTerminalRestored) {
-  for (const auto& [name, number] :
-       {std::pair{"TERM", SIGTERM}, std::pair{"HUP", SIGHUP}, std::pair{"QUIT", SIGQUIT}}) {
-    SCOPED_TRACE(name);
-    Start();
-    terminal_->Signal(number);
-    EXPECT_EQ(terminal_->ExitStatus(), -number);
-    EXPECT_EQ(terminal_->Screen(), "\n");
-    EXPECT_TRUE(terminal_->Cooked());
-
-    SignalAtStart(name);
-    Start("-d -f trace", "env PATH=.:$PATH");
-    EXPECT_EQ(terminal_->ExitStatus(), -number);
-    EXPECT_TRUE(terminal_->Cooked());
-    EXPECT_TRUE(ReadFile("trace").starts_with(kTraceStart));
-    std::filesystem::remove("trace");
-  }
-}
-
 TEST_F(ProgramTest, StopsWhereItWaitsForAKeyAndGoesOn) {
   const std::string at_start = "stopped at the start";
   const std::string by_key = "stopped by Ctrl-Z";
-  SignalAtStart("TSTP");
+  // The first command that the program runs stops it: the leader of the process group.
+  WriteFile("clear",
+            "#!/bin/sh\nrm clear\nread -r _ _ _ _ leader _ <\"/proc/$$/stat\"\n"
+            "kill -s TSTP \"$leader\"\nexec clear\n");
+  std::filesystem::permissions("clear", std::filesystem::perms{0755});
   terminal_ = TerminalSession::Run("set -m; PATH=.:$PATH ./program; echo " + at_start +
                                    "; read key; fg; echo " + by_key + "; read key; fg");
   for (const std::string& stopped : {at_start, by_key}) {

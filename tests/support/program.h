@@ -11,23 +11,9 @@
 #include <vector>
 
 #include "platform/hlv_nodename.h"
+#include "support/keys.h"
 #include "support/terminal_session.h"
 #include "support/test_files.h"
-
-inline const std::string kUp = "\x1bOA";
-inline const std::string kDown = "\x1bOB";
-inline const std::string kRight = "\x1bOC";
-inline const std::string kLeft = "\x1bOD";
-inline const std::string kF3 = "\x1bOR";
-inline const std::string kF4 = "\x1bOS";
-inline const std::string kDelete = "\x1b[3~";
-inline const std::string kEnter = "\r";
-
-inline std::string Times(int count, const std::string& keys) {
-  std::string all;
-  while (count-- > 0) all += keys;
-  return all;
-}
 
 // What opens the screens from the first entry of the menu.
 inline const std::string kAdd = kEnter;

@@ -52,7 +52,7 @@ inline std::unique_ptr<TerminalSession> Start(const Body& body,
 class FormScreen final : public Layer {
  public:
   explicit FormScreen(ScreenField* table, const std::string& value = "")
-      : Layer(OpenWindow(LINES, COLS, 0, 0).release()), table_(table) {
+      : Layer(OpenWindow(LINES, COLS).release()), table_(table) {
     AllocScreenFields(table);
     SetValue(FirstField(table), value.c_str());
     PaintScreen(window(), table, nullptr);
