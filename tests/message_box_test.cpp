@@ -14,7 +14,6 @@ TEST(MessageBox, ShowsTextAndButtonsUntilOneIsChosen) {
   const std::vector<Story> stories = {
       {"message_box_yes_no", Ask(MBOX_YESNO), kF2, "y", "1 value"},
       {"message_box_no", Ask(MBOX_YESNO), kF2 + kRight + "cozCO" + kDown + kF3, kEnter, "2 value"},
-      {"message_box_yes_no", Ask(MBOX_YESNO), kF2 + kLeft + kLeft, kEnter, "1 value"},
       {"message_box_yes_no", Ask(MBOX_YESNO), kF2 + kRight + kRight, "N", "2 value"},
       {"message_box_yes_no_cancel", Ask(MBOX_YESNOCANCEL), kF2 + "oO", "n", "2 value"},
       {"message_box_cancel", Ask(MBOX_YESNOCANCEL), kF2 + kLeft, "Y", "1 value"},
@@ -22,15 +21,12 @@ TEST(MessageBox, ShowsTextAndButtonsUntilOneIsChosen) {
       {"message_box_ok", Ask(MBOX_OK), kF2 + kLeft + kRight + "ynYNcC", "o", "3 value"},
       {"message_box_ok_cancel", Ask(MBOX_OKCANCEL), kF2 + kLeft + kLeft + "ynYN", "C", "4 value"},
       {"message_box_ok_cancel", Ask(MBOX_OKCANCEL), kF2, "O", "3 value"},
-      {"message_box_48_characters", Ask(MBOX_OK, text.substr(0, 48)), kF2, kEnter, "3 value"},
       {"message_box_49_characters", Ask(MBOX_OK, text.substr(0, 49)), kF2, "O", "3 value"},
       {"message_box_50_characters", Ask(MBOX_OK, text.substr(0, 50)), kF2, "o", "3 value"},
-      {"message_box_230_characters", Ask(MBOX_OK, text.substr(0, 230)), kF2, "o", "3 value"},
       {"message_box_full", Ask(MBOX_OKCANCEL, text), kF2, "c", "4 value"},
       {"message_box_closed", Ask(MBOX_YESNO), kF2 + "n", "", "2 value"},
       {"message_box_closed", Ask(0), kF2, "", "-1 value"},
       {"message_box_closed", Ask(5), kF2, "", "-1 value"},
-      {"message_box_larger", Ask(MBOX_YESNO), kF2 + kRight, kEnter, "2 value", {{16, 61}}},
       {"message_box_just_fits", Ask(MBOX_YESNO), kF2 + kRight, kEnter, "2 value", {{10, 50}}},
       {"message_box_closed", Ask(MBOX_YESNO), kF2, "y", "-1 yalue*", {{9, 53}, {13, 53}}},
       {"message_box_too_narrow", Ask(MBOX_YESNO), kF2, "y", "-1 yalue*", {{13, 49}}}};

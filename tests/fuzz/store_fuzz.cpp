@@ -38,9 +38,7 @@ std::vector<Record> ModelRead(const std::string& text) {
 std::string ModelText(const std::vector<Record>& records) {
   std::string text =
       "#Event external security configuration\n#Format: -n=nodemask,usermask,mode(D|E|W)\n";
-  for (const auto& [masks, mode] : records) {
-    text += "-n=" + masks + "," + mode + "\n";
-  }
+  for (const auto& [masks, mode] : records) text += "-n=" + masks + "," + mode + "\n";
   return text;
 }
 

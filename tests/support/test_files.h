@@ -1,6 +1,6 @@
 #pragma once
 
-// Directories, whole files and environment variables for tests.
+// Directories, whole files, limits and installations for tests.
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -25,11 +25,6 @@ struct TemporaryDirectory {
   const std::string path =
       mkdtemp((std::filesystem::temp_directory_path() / "nodewarden.XXXXXX").string().data());
 };
-
-// Sets an environment variable, or removes it when `value` is null.
-inline void SetEnvironment(const char* name, const char* value) {
-  value == nullptr ? unsetenv(name) : setenv(name, value, 1);
-}
 
 // Sets a limit of the process, as far as its hard limit allows.
 inline void SetLimit(int resource, rlim_t most) {
@@ -60,7 +55,7 @@ class StoreTest : public testing::Test {
  protected:
   StoreTest() {
     std::filesystem::create_directories("opr/config/alpha");
-    SetEnvironment("HLVHOME0000", ".");
+    setenv("HLVHOME0000", ".", 1);
     test_user = 0;
   }
   TemporaryDirectory directory_;

@@ -6,10 +6,8 @@
 #include <sys/mman.h>
 
 #include "forms/key_input.h"
-#include "forms/layer.h"
-#include "forms/screen_painter.h"
 #include "forms/table_access.h"
-#include "forms/window.h"
+#include "screens/form_screen.h"
 #include "shell/signals.h"
 #include "shell/trace_log.h"
 #include "support/keys.h"
@@ -48,26 +46,6 @@ inline std::unique_ptr<TerminalSession> Start(const Body& body,
   return terminal;
 }
 
-// A full screen that shows a table, for as long as the body runs.
-class FormScreen final : public Layer {
- public:
-  explicit FormScreen(ScreenField* table, const std::string& value = "")
-      : Layer(OpenWindow(LINES, COLS).release()), table_(table) {
-    AllocScreenFields(table);
-    SetValue(FirstField(table), value.c_str());
-    PaintScreen(window(), table, nullptr);
-  }
-  bool LayOut() override {
-    const bool placed = Place(window(), LINES, COLS, 0, 0);
-    Frame(window());
-    DrawScreen(window(), table_, nullptr);
-    return placed;
-  }
-
- private:
-  ScreenField* table_;
-};
-
 // What F2 does in a form. Its result is noted, as are the codes of other function keys with the
 // field under the cursor, and an Enter without a field.
 using Action = std::function<int(WINDOW* window, ScreenField* field)>;
@@ -89,8 +67,10 @@ inline int Handle(WINDOW* window, int code, ScreenField* field) {
 inline Body RunForm(ScreenField* table, const std::string& value, const Action& action = {}) {
   return [=] {
     on_f2 = action;
-    const FormScreen screen(table, value);
-    ProcessWindowData(screen.window(), table, Handle);
+    const FormScreen screen{"", table, nullptr, Handle, nullptr, nullptr, nullptr};
+    OpenScreen opened(screen, stdscr);
+    SetValue(FirstField(table), value.c_str());
+    opened.Run();
     return noted + Value(table) + (FieldsModified != 0 ? "*" : "");
   };
 }
