@@ -1,11 +1,12 @@
 #include "support/toolkit.h"
 
-// On ten columns six characters of "a" show.
-static constinit ScreenField form[] = {Field(2, 2, 8, "a"), Field(4, 2, 3, "b"),
-                                       Field(6, 2, 3, "hidden"), kSentinel};
+// On ten columns six characters of "a" show. A label stands to the right of "b".
+static constinit ScreenField form[] = {Field(2, 2, 8, "a"),
+                                       Field(4, 2, 3, "b"),
+                                       {4, 7, "!", 6, 2, nullptr, 3, FLD_HIDDEN, "hidden"},
+                                       kSentinel};
 
 static Body Form(const std::string& value, const Action& action = {}) {
-  form[2].flags = FLD_HIDDEN;
   return RunForm(form, value, action);
 }
 
@@ -18,6 +19,10 @@ static Action MoveTo(int row, int column) {
 static int ChangeA(WINDOW* window, ScreenField* field) {
   SetValue(field, "ABCDEFGH");
   return RedrawField(window, field), 0;
+}
+static int RunAnother(WINDOW* window, ScreenField* /*field*/) {
+  RunForm(form + 1, "", on_f2)();
+  return Restore(window);
 }
 
 TEST(FormEngine, KeysHandlersAndNewSizesActOnTheFieldUnderTheCursor) {
@@ -45,6 +50,7 @@ TEST(FormEngine, KeysHandlersAndNewSizesActOnTheFieldUnderTheCursor) {
       {"form_moved_behind_b", Form("abc", MoveTo(4, 5)), kF2 + "X", "", "0 abc", {}, 1},
       {"form_moved_beyond_b", Form("abc", MoveTo(4, 6)), kF2 + "X", "", "0 1- abc"},
       {"form_moved_away", Form("abc", MoveTo(4, 1)), kF2 + "X" + kDown, "", "0 1- abc"},
+      {"form_after_form", Form("", RunAnother), full + kF2 + "xy\r", "", "0 abcdefgh*"},
       {"form_changed_by_handler", Form("", ChangeA), full + kF2, kCtrlH, "0 ABCDEFG*"},
       {"form_narrower", Form(""), "abcdef" + Times(5, kLeft), "", "abcdef*", {{8, 8}}},
       {"form_scrolled_along", Form(""), "abcdef" + kLeft, "", "abcdef*", {{8, 8}}},

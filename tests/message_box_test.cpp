@@ -28,10 +28,11 @@ TEST(MessageBox, ShowsTextAndButtonsUntilOneIsChosen) {
       {"message_box_closed", Ask(0), kF2, "", "-1 value"},
       {"message_box_closed", Ask(5), kF2, "", "-1 value"},
       {"message_box_just_fits", Ask(MBOX_YESNO), kF2 + kRight, kEnter, "2 value", {{10, 50}}},
-      {"message_box_closed", Ask(MBOX_YESNO), kF2, "y", "-1 yalue*", {{9, 53}, {13, 53}}},
-      {"message_box_too_narrow", Ask(MBOX_YESNO), kF2, "y", "-1 yalue*", {{13, 49}}}};
-  Play(stories, {.rows = 13, .cols = 53});
+      {"message_box_closed", Ask(MBOX_YESNO), kF2, "y", "-1 yalue*", {{9, 55}, {15, 55}}},
+      {"message_box_closed", Ask(MBOX_YESNO), kF2 + "\033", "x", "-1 alue*", {{9, 55}, {15, 55}}},
+      {"message_box_too_narrow", Ask(MBOX_YESNO), kF2, "y", "-1 yalue*", {{15, 49}}}};
+  Play(stories, {.rows = 15, .cols = 55});
   Play({{"message_box_too_narrow", Ask(MBOX_YESNO), kF2, "", "-1 value"}},
-       {.rows = 13, .cols = 49});
-  Play({{"message_box_never_fits", Ask(MBOX_YESNO), kF2, "", "-1 value"}}, {.rows = 9, .cols = 53});
+       {.rows = 15, .cols = 49});
+  Play({{"message_box_never_fits", Ask(MBOX_YESNO), kF2, "", "-1 value"}}, {.rows = 9, .cols = 55});
 }
