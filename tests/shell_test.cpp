@@ -2,8 +2,6 @@
 
 namespace {
 
-const std::string kTraceStart = "geteuid: " + std::to_string(geteuid()) + "\n";
-
 TEST_F(ProgramTest, ClearsTheTerminalAndRefusesABadCommandLine) {
   for (const char* arguments : {"-f", "abc", "-x", "-h", "-d -f", "-d -fx abc", "''"}) {
     SCOPED_TRACE(arguments);
@@ -15,19 +13,20 @@ TEST_F(ProgramTest, ClearsTheTerminalAndRefusesABadCommandLine) {
 
 TEST_F(ProgramTest, TracesWhereTheCommandLineSays) {
   const std::vector<std::string> names{"nodewarden.log", "unused", "x", "y", "-d"};
-  for (const auto& [arguments, file] :
-       std::vector<std::pair<std::string, std::string>>{{"", "none"},
-                                                        {"-f unused", "none"},
-                                                        {"-d -f no/folder", "none"},
-                                                        {"-d -d", "nodewarden.log"},
-                                                        {"-dfoo -fx -fy", "y"},
-                                                        {"-f -d -debug", "-d"}}) {
+  const std::pair<std::string, std::string> cases[] = {{"", "none"},
+                                                       {"-f unused", "none"},
+                                                       {"-d -f no/folder", "none"},
+                                                       {"-d -d", "nodewarden.log"},
+                                                       {"-dfoo -fx -fy", "y"},
+                                                       {"-f -d -debug", "-d"}};
+  const std::string start = "geteuid: " + std::to_string(geteuid()) + "\n";
+  for (const auto& [arguments, file] : cases) {
     for (const std::string& name : names) WriteFile(name, "old\n");
     Start(arguments);
     Leave();
     for (const std::string& name : names) {
       const std::string trace = ReadFile(name);
-      const bool whole = trace.starts_with(kTraceStart) && trace.ends_with("position(5,5)\n");
+      const bool whole = trace.starts_with(start) && trace.ends_with("position(5,5)\n");
       EXPECT_EQ(whole ? "whole" : trace, file == name ? "whole" : "old\n") << arguments;
     }
   }
@@ -39,11 +38,10 @@ TEST_F(ProgramTest, PaintsTheMenuAndWrapsTheHighlightAround) {
     std::string keys, row, entry;
   } kSteps[] = {
       {"Up from the first entry", kUp, "11,5", "Quit"},
-      {"Up as raw keys", "\x1b[A", "9,5", "Remove Node Security Entry"},
+      {"Up", kUp, "9,5", "Remove Node Security Entry"},
       {"Down from the last entry", kDown + kDown, "5,5", "Add Node Security Entry"},
-      {"Escape j", "\x1bj", "7,5", "Show / Change Node Security Entry"},
-      {"two Escapes before k", "\x1b\x1bk" + kUp, "5,5", "Add Node Security Entry"},
-      {"all the way around", Times(5, kUp), "11,5", "Quit"},
+      {"Down", kDown, "7,5", "Show / Change Node Security Entry"},
+      {"all the way around", Times(6, kUp), "11,5", "Quit"},
       {"other keys", "ax" + kRight + kLeft + "\x1bOP" + kF4 + "\x1b[15~", "11,5", "Quit"}};
   Start();
   ExpectPicture(*terminal_, "main_menu");
@@ -57,9 +55,7 @@ TEST_F(ProgramTest, PaintsTheMenuAndWrapsTheHighlightAround) {
 
 TEST_F(ProgramTest, EveryWayOutLeavesAClearTerminal) {
   const std::string interrupt = "\x03";
-  const std::string quit = kUp + kEnter;
-  for (const std::string& keys :
-       {kF3, std::string("\x1b\x33"), quit, interrupt, kEnter + interrupt}) {
+  for (const std::string& keys : {kF3, kUp + kEnter, interrupt, kEnter + interrupt}) {
     Start();
     Leave(keys);
   }

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -23,6 +22,7 @@ inline const std::string kRemove = kDown + kDown + kEnter;
 class ProgramTest : public ::testing::Test {
  protected:
   ProgramTest() {
+    SetEnvironment("HLVHOME0000", directory_.path.c_str());
     std::filesystem::create_directories(node_directory_);
     std::filesystem::copy_file(NODEWARDEN_PROGRAM, "program");  // where every user can reach it
   }
@@ -30,8 +30,7 @@ class ProgramTest : public ::testing::Test {
   // Starts the program on a terminal that shows old text and waits for its menu, or for its end.
   // Closes the notice for an ordinary user, unless a command `by` that sets who it is runs it.
   void Start(const std::string& arguments = "", const std::string& by = "",
-             TerminalOptions options = {}) {
-    options.env.push_back("HLVHOME0000=" + directory_.path);
+             const TerminalOptions& options = {}) {
     terminal_ =
         TerminalSession::Run("echo old text; exec " + by + " ./program " + arguments, options);
     if (terminal_->Settle() && geteuid() != 0 && by.empty()) Type("o");
@@ -43,18 +42,16 @@ class ProgramTest : public ::testing::Test {
     if (!terminal_->Settle()) throw std::runtime_error("ended or hangs: " + terminal_->Picture());
   }
 
-  // Types keys that must bring up a box with the text, and answers with the letter of a button.
-  void TypeAndAnswer(const std::string& keys, const std::string& text, const std::string& letter,
-                     const std::string& buttons = "| Yes     | No     |") {
+  // Types keys that must bring up a message, or a question to be answered.
+  void TypeAndRead(const std::string& keys, const std::string& text,
+                   const std::string& answer = "o") {
     Type(keys);
     std::string shown;
     for (int row = 9; row < 14; ++row) shown += terminal_->Row(row).substr(17, 46);
     shown.erase(shown.find_last_not_of(' ') + 1).erase(0, shown.find_first_not_of(' '));
+    const char* buttons = answer == "o" ? "|         | OK     |" : "| Yes     | No     |";
     EXPECT_EQ(shown + terminal_->Row(15).substr(45, 20), text + buttons) << terminal_->Picture();
-    Type(letter);
-  }
-  void TypeAndRead(const std::string& keys, const std::string& message) {
-    TypeAndAnswer(keys, message, "o", "|         | OK     |");
+    Type(answer);
   }
 
   // Leaves the program in the way that the keys stand for; nothing may remain on the terminal.

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <pty.h>
-#include <sys/ioctl.h>
 #include <sys/mman.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -17,7 +16,6 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <sstream>
 #include <system_error>
 
@@ -46,14 +44,11 @@ bool NothingToRead(int fd, int timeout_milliseconds) {
   return poll(&entry, 1, timeout_milliseconds) == 0;
 }
 
-std::string ProcFile(pid_t pid, const char* name) {
-  return ReadFile("/proc/" + std::to_string(pid) + "/" + name);
-}
-
 // The state alone cannot tell a wait for a key from one for a child, but may be all there is.
 bool AsleepForKey(pid_t pid) {
-  const bool asleep = ProcFile(pid, "stat").find(") S") != std::string::npos;
-  const std::string call = ProcFile(pid, "syscall");
+  const std::string directory = "/proc/" + std::to_string(pid);
+  const bool asleep = ReadFile(directory + "/stat").find(") S") != std::string::npos;
+  const std::string call = ReadFile(directory + "/syscall");
   return asleep && (call.empty() || call.starts_with(std::to_string(SYS_ppoll) + " ") ||
                     call.starts_with(std::to_string(SYS_read) + " 0x0 "));
 }
@@ -61,9 +56,9 @@ bool AsleepForKey(pid_t pid) {
 // The same environment and signals for the child wherever the tests run.
 void PinSurroundings(const TerminalOptions& options) {
   for (const char* name : {"LINES", "COLUMNS", "TERMINFO"}) unsetenv(name);
-  std::vector<std::string> pinned{std::string("TERM=") + options.term, "LC_ALL=C", "ESCDELAY=25"};
-  pinned.insert(pinned.end(), options.env.begin(), options.env.end());
-  for (const std::string& entry : pinned) putenv(strdup(entry.c_str()));
+  SetEnvironment("TERM", options.term);
+  SetEnvironment("LC_ALL", "C");
+  SetEnvironment("ESCDELAY", "25");
   for (int number : {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGTERM, SIGTSTP}) {
     (void)std::signal(number, SIG_DFL);
   }
@@ -79,15 +74,15 @@ void PinSurroundings(const TerminalOptions& options) {
   close_range(static_cast<unsigned>(result) + 1, ~0U, 0);
   PinSurroundings(options);
   const std::string text = body();
-  const bool told = write(result, text.data(), text.size()) == static_cast<ssize_t>(text.size());
+  const bool failed = write(result, text.data(), text.size()) < 0;
   (void)std::fflush(nullptr);
   if (__gcov_exit) __gcov_exit();
-  _exit(told ? EXIT_SUCCESS : EXIT_FAILURE);
+  _exit(failed ? EXIT_FAILURE : EXIT_SUCCESS);
 }
 
 VTermScreenCell Cell(const VTermScreen* screen, int row, int col) {
   VTermScreenCell cell{};
-  vterm_screen_get_cell(screen, VTermPos{row, col}, &cell);
+  vterm_screen_get_cell(screen, {row, col}, &cell);
   return cell;
 }
 
@@ -95,9 +90,8 @@ VTermScreenCell Cell(const VTermScreen* screen, int row, int col) {
 
 TerminalSession::TerminalSession(const std::function<std::string()>& body,
                                  const TerminalOptions& options)
-    : rows_(options.rows),
-      cols_(options.cols),
-      terminal_(vterm_new(rows_, cols_), vterm_free),
+    : size_(WindowSize(options.rows, options.cols)),
+      terminal_(vterm_new(options.rows, options.cols), vterm_free),
       screen_(vterm_obtain_screen(terminal_.get())),
       result_(memfd_create("result", MFD_CLOEXEC)) {
   static VTermScreenCallbacks callbacks{};
@@ -106,9 +100,8 @@ TerminalSession::TerminalSession(const std::function<std::string()>& body,
   vterm_set_utf8(terminal_.get(), 1);
   vterm_screen_enable_altscreen(screen_, 1);
   vterm_screen_reset(screen_, 1);
-  const winsize size = WindowSize(rows_, cols_);
   (void)std::fflush(nullptr);
-  pid_ = forkpty(&master_, nullptr, nullptr, &size);
+  pid_ = forkpty(&master_, nullptr, nullptr, &size_);
   if (pid_ < 0) throw std::system_error(errno, std::generic_category(), "forkpty");
   if (pid_ == 0) RunChild(body, result_, options);
   slave_ = open(ptsname(master_), O_RDWR | O_NOCTTY | O_CLOEXEC);
@@ -127,28 +120,15 @@ std::unique_ptr<TerminalSession> TerminalSession::Run(const std::string& command
   return Call([=] { return std::to_string(execl("/bin/sh", "sh", "-c", text, nullptr)); }, options);
 }
 
-std::unique_ptr<TerminalSession> TerminalSession::Call(const std::function<std::string()>& body,
-                                                       const TerminalOptions& options) {
-  return std::unique_ptr<TerminalSession>(new TerminalSession(body, options));
-}
-
-// Takes over what the child has written; returns how much that was.
-std::size_t TerminalSession::Drain() {
+// Takes over what the child has written; returns whether that was anything.
+bool TerminalSession::Drain() {
   char buffer[4096];
   std::size_t total = 0;
   ssize_t count = 0;
   while (total < kMostPerDrain && (count = read(master_, buffer, sizeof buffer)) > 0) {
-    const auto size = static_cast<std::size_t>(count);
-    total += size;
-    vterm_input_write(terminal_.get(), buffer, size);
+    total += vterm_input_write(terminal_.get(), buffer, static_cast<std::size_t>(count));
   }
-  return total;
-}
-
-// The keys must be gone before their reader, the terminal's foreground job, is seen asleep, and
-// what it wrote before that be read.
-bool TerminalSession::Quiet() {
-  return NothingToRead(slave_, 0) && AsleepForKey(tcgetpgrp(master_)) && Drain() == 0;
+  return total > 0;
 }
 
 bool TerminalSession::Ended() {
@@ -157,8 +137,7 @@ bool TerminalSession::Ended() {
 }
 
 void TerminalSession::Kill() {
-  kill(pid_, SIGKILL);
-  kill(-pid_, SIGKILL);  // it may be waiting for a command
+  for (const pid_t target : {pid_, -pid_}) kill(target, SIGKILL);  // with a command it runs
   ended_ = waitpid(pid_, &wait_status_, 0) == pid_;
 }
 
@@ -194,18 +173,20 @@ void TerminalSession::HangUp() {
 
 void TerminalSession::Resize(int rows, int cols, OldContent content) {
   Drain();
-  rows_ = rows;
-  cols_ = cols;
+  size_ = WindowSize(rows, cols);
   vterm_set_size(terminal_.get(), rows, cols);
-  if (content == OldContent::kRubbish) {
-    vterm_input_write(terminal_.get(), kRubbish.data(), kRubbish.size());
-  }
-  const winsize size = WindowSize(rows, cols);
-  ioctl(master_, TIOCSWINSZ, &size);
+  const std::string_view painted = content == OldContent::kRubbish ? kRubbish : "";
+  vterm_input_write(terminal_.get(), painted.data(), painted.size());
+  ioctl(master_, TIOCSWINSZ, &size_);
 }
 
+// The keys must be gone before their reader, the terminal's foreground job, is seen asleep, and
+// what it wrote before that be read.
 bool TerminalSession::WaitFor(std::string_view text) {
-  return slave_ >= 0 && Await([this, text] { return Quiet() && Find(text).row >= 0; });
+  return slave_ >= 0 && Await([this, text] {
+           return NothingToRead(slave_, 0) && AsleepForKey(tcgetpgrp(master_)) && !Drain() &&
+                  Screen().find(text) != std::string::npos;
+         });
 }
 
 int TerminalSession::ExitStatus() {
@@ -215,14 +196,12 @@ int TerminalSession::ExitStatus() {
 
 std::string TerminalSession::Result() {
   EXPECT_EQ(ExitStatus(), 0) << "no result\n" << Picture();
-  std::string text(static_cast<std::size_t>(lseek(result_, 0, SEEK_END)), '\0');
-  EXPECT_EQ(pread(result_, text.data(), text.size(), 0), static_cast<ssize_t>(text.size()));
-  return text;
+  return ReadFile("/proc/self/fd/" + std::to_string(result_));
 }
 
 std::string TerminalSession::Row(int row) const {
   std::string text;
-  for (int col = 0; col < cols_; ++col) {
+  for (int col = 0; col < size_.ws_col; ++col) {
     const uint32_t code = Cell(screen_, row, col).chars[0];
     text += code == 0 ? ' ' : code < 0x7f ? static_cast<char>(code) : '+';
   }
@@ -231,7 +210,7 @@ std::string TerminalSession::Row(int row) const {
 
 std::string TerminalSession::Screen() const {
   std::string text;
-  for (int row = 0; row < rows_; ++row) {
+  for (int row = 0; row < size_.ws_row; ++row) {
     const std::string line = Row(row);
     text += line.substr(0, line.find_last_not_of(' ') + 1) + '\n';
   }
@@ -241,10 +220,10 @@ std::string TerminalSession::Screen() const {
 std::string TerminalSession::Marks() const {
   std::ostringstream text;
   text << "cursor " << Cursor().row << ',' << Cursor().col << '\n';
-  for (int row = 0; row < rows_; ++row) {
+  for (int row = 0; row < size_.ws_row; ++row) {
     const std::string line = Row(row);
-    for (int col = 0, end = 0; col < cols_; col = end + 1) {
-      for (end = col; end < cols_ && Reverse(row, end);) ++end;
+    for (int col = 0, end = 0; col < size_.ws_col; col = end + 1) {
+      for (end = col; end < size_.ws_col && Cell(screen_, row, end).attrs.reverse;) ++end;
       if (end == col) continue;
       const std::string run(line.begin() + col, line.begin() + end);
       text << "standout " << row << ',' << col << " \"" << run << "\"\n";
@@ -253,28 +232,15 @@ std::string TerminalSession::Marks() const {
   return text.str();
 }
 
-Position TerminalSession::Find(std::string_view text) const {
-  for (int row = 0; row < rows_; ++row) {
-    const std::size_t col = Row(row).find(text);
-    if (col != std::string::npos) return {row, static_cast<int>(col)};
-  }
-  return {-1, -1};
-}
-
 Position TerminalSession::Cursor() const {
   VTermPos at{};
   vterm_state_get_cursorpos(vterm_obtain_state(terminal_.get()), &at);
   return {at.row, at.col};
 }
 
-bool TerminalSession::Reverse(int row, int col) const {
-  return Cell(screen_, row, col).attrs.reverse;
-}
-
 bool TerminalSession::Cooked() const {
   termios mode{};
-  return tcgetattr(slave_, &mode) == 0 && (mode.c_lflag & ICANON) != 0 &&
-         (mode.c_lflag & ECHO) != 0;
+  return tcgetattr(slave_, &mode) == 0 && (mode.c_lflag & ICANON) && (mode.c_lflag & ECHO);
 }
 
 void ExpectPicture(const TerminalSession& terminal, const std::string& name) {
