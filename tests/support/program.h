@@ -22,7 +22,7 @@ inline const std::string kRemove = kDown + kDown + kEnter;
 class ProgramTest : public ::testing::Test {
  protected:
   ProgramTest() {
-    SetEnvironment("HLVHOME0000", directory_.path.c_str());
+    setenv("HLVHOME0000", directory_.path.c_str(), 1);
     std::filesystem::create_directories(node_directory_);
     std::filesystem::copy_file(NODEWARDEN_PROGRAM, "program");  // where every user can reach it
   }

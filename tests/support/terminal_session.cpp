@@ -56,9 +56,9 @@ bool AsleepForKey(pid_t pid) {
 // The same environment and signals for the child wherever the tests run.
 void PinSurroundings(const TerminalOptions& options) {
   for (const char* name : {"LINES", "COLUMNS", "TERMINFO"}) unsetenv(name);
-  SetEnvironment("TERM", options.term);
-  SetEnvironment("LC_ALL", "C");
-  SetEnvironment("ESCDELAY", "25");
+  setenv("TERM", options.term, 1);
+  setenv("LC_ALL", "C", 1);
+  setenv("ESCDELAY", "25", 1);
   for (int number : {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGTERM, SIGTSTP}) {
     (void)std::signal(number, SIG_DFL);
   }
