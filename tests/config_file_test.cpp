@@ -132,7 +132,7 @@ TEST_F(StoreTest, WriterFailures) {
 TEST_F(StoreTest, AFileWithoutRoomForItsNewTextStaysAsItIs) {
   std::string text = kComments;
   for (int i = 0; i < 999; ++i) text += "-n=a,b,E\n";
-  const auto rewrite = [&](int error, rlim_t most_bytes) {
+  const auto rewrite = [&text](int error, rlim_t most_bytes) {
     WriteFile(kFile, text);
     WLNSRec* const list = WLNSGetAllRecs();
     WriteFile(kFile, "#mine\n");
@@ -150,6 +150,11 @@ TEST_F(StoreTest, AFileWithoutRoomForItsNewTextStaysAsItIs) {
   EXPECT_EQ(rewrite(EOPNOTSUPP, RLIM_INFINITY), 0);
   EXPECT_EQ(rewrite(0, text.size() - 1), EFBIG);
   EXPECT_EQ(rewrite(0, text.size()), 0);
+  std::filesystem::remove(kFile);
+  reserve_error = ENOSPC;
+  EXPECT_EQ(WLNSWriteRecs(nullptr), ENOSPC);
+  reserve_error = 0;
+  EXPECT_FALSE(std::filesystem::exists(kFile));
 }
 
 }  // namespace

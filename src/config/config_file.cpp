@@ -155,7 +155,7 @@ std::size_t TextSize(const WLNSRec* list) {
 int Reserve(int file, std::size_t size) {
   rlimit limit{};
   if (getrlimit(RLIMIT_FSIZE, &limit) == 0 && limit.rlim_cur < size) {
-    return EFBIG;  // a write beyond the limit would raise SIGXFSZ
+    return EFBIG;  // some file systems look at the limit only when they write
   }
 #ifdef FALLOC_FL_KEEP_SIZE
   if (fallocate(file, FALLOC_FL_KEEP_SIZE, 0, static_cast<off_t>(size)) != 0 &&
@@ -182,8 +182,8 @@ class TextFile {
     }
   }
 
-  // Opens the file and empties it, or makes a new one. A file that exists is only emptied when it
-  // has room for `size` bytes. Returns 0 or the error number.
+  // Opens the file and empties it, or makes a new one, if there is room for `size` bytes. Returns 0
+  // or the error number.
   int Open(const char* path, std::size_t size) {
     file_ = open(path, O_WRONLY);
     const bool missing = file_ < 0 && errno == ENOENT;
@@ -193,7 +193,10 @@ class TextFile {
     if (file_ < 0) {
       return errno;
     }
-    if (const int error = missing ? 0 : Reserve(file_, size); error != 0) {
+    if (const int error = Reserve(file_, size); error != 0) {
+      if (missing) {
+        (void)unlink(path);
+      }
       return error;
     }
     // What is no regular file has no size to change, and needs none.

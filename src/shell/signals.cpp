@@ -72,6 +72,7 @@ void CatchSignals() {
       Catch(number, ActByDefault);
     }
   }
+  (void)std::signal(SIGXFSZ, SIG_IGN);  // writing beyond a limit is to fail, and no more
   Catch(SIGWINCH, NoteChange);
   Catch(SIGCONT, NoteChange);  // SIGWINCH goes to the foreground job only
 }

@@ -11,8 +11,8 @@ void HoldSignals();
 
 // Installs their handlers: SIGINT shuts the program down; SIGTERM, SIGHUP, SIGQUIT and SIGTSTP,
 // unless they are ignored, restore the terminal and then have their ordinary effect; SIGCONT and
-// SIGWINCH are noted. Called once, before curses is started, which then leaves them alone: its own
-// handlers take over sizes unasked, and throw a held SIGTSTP away.
+// SIGWINCH are noted, SIGXFSZ is ignored. Called once, before curses is started, which then leaves
+// them alone: its own handlers take over sizes unasked, and throw a held SIGTSTP away.
 void CatchSignals();
 
 // Lets in those that wait, now.
