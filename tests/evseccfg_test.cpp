@@ -61,6 +61,8 @@ TEST_F(StoreTest, AFileThatCannotBeReadNowIsNotChanged) {
   std::filesystem::create_symlink("/proc/self/mem", kFile);  // opens, but cannot be read
   EXPECT_EQ(WLNSUpdateRec(&rec), EIO);
   EXPECT_EQ(WLNSDeleteRec(&rec), EIO);
+  std::filesystem::remove(kFile);
+  EXPECT_EQ(WLNSUpdateRec(&rec), 0);
 }
 
 TEST_F(StoreTest, ChangesTheFirstOfAPairInItsPlace) {

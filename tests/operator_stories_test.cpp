@@ -58,7 +58,7 @@ TEST_F(SuperuserTest, RefusesWrongFieldsOneMessageAtATime) {
     EXPECT_EQ(terminal_->Cursor(), cursor) << message;
     EXPECT_FALSE(std::filesystem::exists(file_));
   }
-  Type("warn" + kEnter);
+  Type("warn" + kUp + kEnter);
   EXPECT_EQ(terminal_->Row(6).substr(24, 7), "[WARN] ");  // in upper case already
   TypeAndRead("", Stored("abc", "u*"));
   EXPECT_EQ(Config(), ConfigText({"abc,u*,W"}));
@@ -115,18 +115,14 @@ TEST_F(ProgramTest, AnOrdinaryUserSeesEverythingAndChangesNothing) {
   std::filesystem::permissions("trace", std::filesystem::perms{0666});
   Start("-d -f trace", user);
   ExpectPicture(*terminal_, "read_only_notice");
-  Type("o" + kAdd + "abc" + kF4);
-  EXPECT_EQ(terminal_->Row(4).substr(24, 4), "[]  ");
-  EXPECT_EQ(terminal_->Marks(), "cursor 0,0\n");
-  Leave(kEnter + kF3);
-  ExpectInTrace(no_list);
-
-  Start("-d -f trace", user);
   Type("o" + kShow + kF4 + kDown + kEnter + kDown + kF4 + kDown + kEnter + kEnter);
   ExpectPicture(*terminal_, "read_only_record");
   Type("w" + kDelete + kDown + kF4);
   ExpectPicture(*terminal_, "read_only_record");
-  TypeAndRead(kEnter + kF3 + kDown + kEnter + kEnter, refusal);
+  Type(kEnter + kF3 + kUp + kAdd + "abc" + kF4);
+  EXPECT_EQ(terminal_->Row(4).substr(24, 4), "[]  ");
+  EXPECT_EQ(terminal_->Marks(), "cursor 0,0\n");
+  TypeAndRead(kEnter + kRemove + kEnter, refusal);
   EXPECT_EQ(terminal_->Cursor(), (Position{9, 5}));
   Type(kEnter + kF4 + kEnter + kDown + kF4 + kEnter);
   EXPECT_EQ(terminal_->Row(6).substr(24, 6), "[adm] ");
