@@ -131,7 +131,7 @@ TEST_F(StoreTest, WriterFailures) {
 
 TEST_F(StoreTest, AFileWithoutRoomForItsNewTextStaysAsItIs) {
   std::string text = kComments;
-  for (int i = 0; i < 999; ++i) text += "-n=a,b,E\n";
+  for (int i = 0; i < 9999; ++i) text += "-n=a,b,E\n";
   const auto rewrite = [&text](int error, rlim_t most_bytes) {
     WriteFile(kFile, text);
     WLNSRec* const list = WLNSGetAllRecs();

@@ -1,3 +1,4 @@
+#include "forms/field_view.h"
 #include "support/toolkit.h"
 
 static constexpr ScreenField kLabel{2, 2, "Label", -1, -1, nullptr, -1, 0, nullptr};
@@ -58,6 +59,11 @@ TEST(FieldStore, ValuesAreCutToTheFieldAndClearedBehind) {
   FreeScreenFields(table);
   SetValue(table, "closed");
   EXPECT_STREQ(Value(table), "");
+}
+
+TEST(FieldView, EndsAtTheBorderAndAfter256CharactersAtMost) {
+  EXPECT_EQ(VisibleEnd(Field(1, 4, 9, "field"), 5), 4);
+  EXPECT_EQ(VisibleEnd(Field(1, 4, 300, "wide"), 400), 260);
 }
 
 // A form that F2 paints twice in a border of its own: the title is not taken for the border.

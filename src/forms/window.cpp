@@ -6,10 +6,6 @@ void Frame(WINDOW* window) {
 }
 
 WindowPtr OpenWindow(int rows, int columns) {
-  // curses itself would make a window that hangs over the edge.
-  if (rows > LINES || columns > COLS) {
-    return nullptr;
-  }
   WindowPtr window(newwin(rows, columns, 0, 0));
   if (window) {
     keypad(window.get(), TRUE);

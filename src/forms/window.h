@@ -17,8 +17,8 @@ inline constexpr chtype kHorizontalBorder = '-';
 // Clears the window and draws its border.
 void Frame(WINDOW* window);
 
-// Opens a framed window with keypad translation at the top left of the screen; null when it cannot
-// be created or is larger than the screen.
+// Opens a framed window with keypad translation at the top left of the screen, which it may
+// outgrow; null when it cannot be created.
 WindowPtr OpenWindow(int rows, int columns);
 
 // Gives the window this size and place, which lie within the screen. Returns whether that worked.
