@@ -54,6 +54,7 @@ TEST(FormEngine, KeysHandlersAndNewSizesActOnTheFieldUnderTheCursor) {
       {"form_changed_by_handler", Form("", ChangeA), full + kF2, kCtrlH, "0 ABCDEFG*"},
       {"form_narrower", Form(""), "abcdef" + Times(5, kLeft), "", "abcdef*", {{8, 8}}},
       {"form_scrolled_along", Form(""), "abcdef" + kLeft, "", "abcdef*", {{8, 8}}},
+      {"form_cut_off", Form("abc"), "", kDown + kDown + kUp + "X", "Xbc*", {{6, 10}}},
       {"form_too_low", Form(""), "abc", kCtrlH + kDown + "X", "1- abc*", {{2, 10}}},
       {"form_grown_again", Form(""), "abc", kCtrlH, "ab*", {{1, 1}, {3, 5}, {8, 10}}}};
   Play(stories, {.rows = 8, .cols = 10});

@@ -116,4 +116,13 @@ TEST_F(ResizeTest, RepaintsAfterAStopAndTracesNothing) {
   EXPECT_EQ(ReadFile("trace"), trace);
 }
 
+TEST_F(ResizeTest, ADimensionFixedByTheEnvironmentStays) {
+  Start("", "env COLUMNS=70");
+  ResizeTo({30, 100}, *terminal_);
+  EXPECT_EQ(terminal_->Row(29), "+" + std::string(68, '-') + "+" + std::string(30, ' '));
+  Start("", "env LINES=20");
+  ResizeTo({30, 100}, *terminal_);
+  EXPECT_EQ(terminal_->Row(19), "+" + std::string(98, '-') + "+");
+}
+
 }  // namespace
