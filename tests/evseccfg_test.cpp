@@ -57,12 +57,11 @@ TEST_F(StoreTest, AFileThatCannotBeReadNowIsNotChanged) {
   EXPECT_EQ(WLNSDeleteRec(&rec), EMFILE);
   SetLimit(RLIMIT_NOFILE, RLIM_INFINITY);
   EXPECT_EQ(ReadFile(kFile), kLines);
+  EXPECT_EQ(WLNSUpdateRec(&rec), 0);
   std::filesystem::remove(kFile);
   std::filesystem::create_symlink("/proc/self/mem", kFile);  // opens, but cannot be read
   EXPECT_EQ(WLNSUpdateRec(&rec), EIO);
   EXPECT_EQ(WLNSDeleteRec(&rec), EIO);
-  std::filesystem::remove(kFile);
-  EXPECT_EQ(WLNSUpdateRec(&rec), 0);
 }
 
 TEST_F(StoreTest, ChangesTheFirstOfAPairInItsPlace) {

@@ -168,6 +168,10 @@ TEST_F(SuperuserTest, SaysWhenARecordCannotBeStoredButNotWhenItCannotBeRemoved) 
   ExpectInTrace("Enter UpdCfgData\nWLNSUpdateRec failed; rc=2\nEnter MessageBox\n");
   ExpectInTrace("Enter UpdCfgData\nWLNSUpdateRec failed; rc=13\nEnter MessageBox\n");
   ExpectInTrace("Button option 1 selected\nWLNSDeleteRec failed\nExit DelCfgKeys\n");
+
+  Start("-d -f trace", "prlimit --fsize=0");  // no file may grow, the trace included
+  TypeAndRead(kAdd + "a" + kDown + "b" + kEnter, failed);
+  Leave(kF3 + "y" + kF3);
 }
 
 // Runs a screen without memory for records; returns its result and one more key.

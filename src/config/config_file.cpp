@@ -150,8 +150,9 @@ std::size_t TextSize(const WLNSRec* list) {
   return size;
 }
 
-// Sets room for `size` bytes aside in a file, whose content and size stay. Returns the error number
-// when there is no such room, and 0 also where none can be set aside.
+// Sees whether there is room for `size` bytes by setting it aside in a file, whose content and size
+// stay; emptying the file gives it back. Returns the error number when there is no such room, and 0
+// also where none can be set aside.
 int Reserve(int file, std::size_t size) {
   rlimit limit{};
   if (getrlimit(RLIMIT_FSIZE, &limit) == 0 && limit.rlim_cur < size) {
@@ -185,18 +186,11 @@ class TextFile {
   // Opens the file and empties it, or makes a new one, if there is room for `size` bytes. Returns 0
   // or the error number.
   int Open(const char* path, std::size_t size) {
-    file_ = open(path, O_WRONLY);
-    const bool missing = file_ < 0 && errno == ENOENT;
-    if (missing) {
-      file_ = open(path, O_WRONLY | O_CREAT, 0666);
-    }
+    file_ = open(path, O_WRONLY | O_CREAT, 0666);
     if (file_ < 0) {
       return errno;
     }
     if (const int error = Reserve(file_, size); error != 0) {
-      if (missing) {
-        (void)unlink(path);
-      }
       return error;
     }
     // What is no regular file has no size to change, and needs none.

@@ -35,9 +35,9 @@ void WLNSEndRead();
 // Rewrites the file with the records of `list` (null for none), creating the node's directory when
 // it is missing. Takes the list over: every record is released whatever the outcome.
 // Returns 0, also when writing fails, kRefused when the effective user id is not 0, kNoConfigPath,
-// or the error number of opening the file for writing. An existing file that has no room for the
-// new text does not open: ENOSPC, EDQUOT or EFBIG, and it is as it was. Signals wait while the file
-// is open.
+// or the error number of opening the file for writing. A file that has no room for the new text
+// does not open: ENOSPC, EDQUOT or EFBIG, and it is as it was, or empty if it is new. Signals wait
+// while the file is open.
 [[nodiscard]] int WLNSWriteRecs(WLNSRec* list);
 
 // Trims a line in place: blanks in front, and blanks and control characters at its end. A line

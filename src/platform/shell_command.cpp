@@ -6,13 +6,12 @@
 
 #include <array>
 #include <cerrno>
-#include <string>
 
 void RunShellCommand(const char* command) {
-  const std::string line = std::string("trap '' TSTP; ") + command;
   // The interface takes pointers to char that it does not write through.
-  const std::array<char*, 4> arguments{const_cast<char*>("sh"), const_cast<char*>("-c"),
-                                       const_cast<char*>(line.c_str()), nullptr};
+  const std::array<char*, 5> arguments{const_cast<char*>("sh"), const_cast<char*>("-c"),
+                                       const_cast<char*>("trap '' TSTP; eval \"$0\""),
+                                       const_cast<char*>(command), nullptr};
   pid_t shell = 0;
   if (posix_spawn(&shell, "/bin/sh", nullptr, nullptr, arguments.data(), environ) != 0) {
     return;

@@ -57,7 +57,7 @@ void OpenScreen::Release() {
 }
 
 void OpenScreen::Run() {
-  const ScreenLayer layer(window_.get(), screen_);
+  ScreenLayer layer(window_.get(), screen_);
   PaintScreen(window_.get(), screen_.table, screen_.title);
   ProcessWindowData(window_.get(), screen_.table, screen_.handler);
 }

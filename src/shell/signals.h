@@ -1,8 +1,8 @@
 #pragma once
 
-// The signals that the program lives with. They are blocked except where it waits for a key, so
-// that none cuts the rewriting of a file, a trace line or a call of curses in half, and their
-// handlers may do whatever they like.
+// The signals that the program lives with. All but SIGXFSZ, which it ignores, are blocked except
+// where it waits for a key, so that none cuts the rewriting of a file, a trace line or a call of
+// curses in half, and their handlers may do whatever they like.
 
 #include <csignal>
 

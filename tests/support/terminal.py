@@ -83,7 +83,8 @@ class Program:
         os.login_tty(self.slave)
         if no_input:
             os.dup2(os.open("/dev/null", os.O_RDONLY), 0)
-        for number in (signal.SIGINT, signal.SIGHUP, signal.SIGQUIT, signal.SIGPIPE):
+        for number in (signal.SIGINT, signal.SIGHUP, signal.SIGQUIT, signal.SIGPIPE,
+                       signal.SIGTERM, signal.SIGTSTP, signal.SIGXFSZ):
             signal.signal(number, signal.SIG_IGN if number in ignored else signal.SIG_DFL)
         os.chdir(self.root)
         # Sanitizers report into files, not to the screen. Their search for leaks, which traces the

@@ -59,7 +59,7 @@ void PinSurroundings(const TerminalOptions& options) {
   setenv("TERM", options.term, 1);
   setenv("LC_ALL", "C", 1);
   setenv("ESCDELAY", "25", 1);
-  for (int number : {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGTERM, SIGTSTP}) {
+  for (int number : {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGTERM, SIGTSTP, SIGXFSZ}) {
     (void)std::signal(number, SIG_DFL);
   }
   sigset_t none;

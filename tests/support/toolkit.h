@@ -34,8 +34,8 @@ inline std::unique_ptr<TerminalSession> Start(const Body& body,
       [&body] {
         HoldSignals();
         StartTrace();
-        initscr();
         CatchSignals();
+        initscr();
         cbreak();
         noecho();
         NeverBlockReads();
