@@ -53,7 +53,8 @@ TEST_F(ResizeTest, EverythingStandsAsIfOpenedAtTheNewSize) {
   for (const auto& [name, keys, least, outlives] : kScenes) {
     const Size sizes[] = {{30, 100}, {20, 60}, least, {50, 132}, kUsual};
     StartAt(kUsual, keys);
-    const auto resized = std::move(terminal_);
+    std::unique_ptr<TerminalSession> resized;
+    resized.swap(terminal_);
     for (const Size& size : sizes) {
       if (size.rows < least.rows || size.cols < least.cols) continue;
       if (outlives) {

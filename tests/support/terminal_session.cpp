@@ -240,7 +240,7 @@ Position TerminalSession::Cursor() const {
 
 bool TerminalSession::Cooked() const {
   termios mode{};
-  return tcgetattr(slave_, &mode) == 0 && (mode.c_lflag & ICANON) && (mode.c_lflag & ECHO);
+  return tcgetattr(slave_, &mode) == 0 && (mode.c_lflag & (ICANON | ECHO)) == (ICANON | ECHO);
 }
 
 void ExpectPicture(const TerminalSession& terminal, const std::string& name) {
