@@ -5,7 +5,8 @@
 
 #include "config/evseccfg.h"
 #include "support/test_files.h"
-#include "support/test_nodename.h"
+
+extern const char* test_node_name;  // what hlv_nodename gives
 
 uid_t test_user = 0;
 extern "C" uid_t geteuid() noexcept { return test_user; }
@@ -42,12 +43,24 @@ TEST(ConfigFile, Directory) {
   EXPECT_EQ(Dir(root.c_str(), "alpha"), "0 " + root + "/opr/config/alpha/");  // 255 bytes
 }
 
-TEST(ConfigFile, TrimLine) {
-  char line[] = "  -n=al pha, u ,! \t\x01";
-  WLNSTrimLine(line);
-  EXPECT_STREQ(line, "-n=al pha, u ,!");
-  WLNSTrimLine(line + 1);
-  EXPECT_STREQ(line, "-");
+TEST(ConfigFile, LinesAreTrimmedAndParsed) {
+  const struct {
+    const char *name, *line, *trimmed, *record;
+  } cases[] = {{"as written", "-n=a,b,E\n", "-n=a,b,E", "a,b,E;"},
+               {"blanks", "  -n=a b, u ,W \t\x01\r\n", "-n=a b, u ,W", "a b, u ,W;"},
+               {"word as mode", "-n=a,b,Dis", "-n=a,b,Dis", "a,b,D;"},
+               {"no mode", "-n=a,b,  ", "-n=a,b,", "a,b,;"},
+               {"no commas", "-n=", "-n=", ",,;"},
+               {"tab in front", "\t-n=a,b,E", "", ",,;"},
+               {"nothing", " \n", "", ",,;"}};
+  for (const auto& [name, text, trimmed, record] : cases) {
+    std::string line = text;
+    WLNSTrimLine(line.data());
+    EXPECT_STREQ(line.c_str(), trimmed) << name;
+    auto* rec = new WLNSRec{};
+    WLNSParseLine(rec, line[0] == '\0' ? "" : line.data() + 3);
+    EXPECT_EQ(TakeText(rec), record) << name;
+  }
 }
 
 TEST_F(StoreTest, Lines) {
@@ -56,11 +69,11 @@ TEST_F(StoreTest, Lines) {
   const std::string line = "-n=a,b,E" + std::string(246, ' ');  // 254 bytes
   const std::string cases[][2] = {
       {line + " -n=c,d,W\n" + line + "-n=c,d,W\n", "a,b,E;c,d,W;a,b,E;"},
-      {"   -n=alpha,root,Enabled\r\n-n=b,c,x", "alpha,root,E;b,c,x;"},
+      {"   -n=alpha,root,Enabled\r\n\n-n=b,c,x", "alpha,root,E;b,c,x;"},
       {"#\n\n\t-n=a,b,E\n-N=a,b,E\n# -n=a,b,E\n-n\n \r\nn=a,b,E\n", ""},
       {"-n=al pha, u ,! \t\x01\n-n=a,b, E\n-n=a,b, \n", "al pha, u ,!;a,b, ;a,b,;"},
       {"-n=\x80,\xff\x7f,\xfe\n-n=a,b\xff \x1f\n", "\x80,\xff\x7f,\xfe;a,b\xff,;"},
-      {"-n=\n-n=a\n-n=a,b\n-n=a,b,\n-n=a,,E\n-n=,,E\n", ",,;a,,;a,b,;a,b,;a,,E;,,E;"},
+      {"-n=a\n-n=a,b\n-n=a,,E\n-n=,,E\n", "a,,;a,b,;a,,E;,,E;"},
       {"-n=" + node + "6789," + user + "5678,W\n-n=" + node + "," + user + ",W\n",
        node + "," + user + ",W;" + node + "," + user + ",W;"},
       {"-n=a,b,E\0-n=x,y,W\n-n=c\0,d,W\n\0-n=x,y,W\n"s, "a,b,E;c,,;"}};

@@ -55,8 +55,7 @@ TEST(FormEngine, KeysHandlersAndNewSizesActOnTheFieldUnderTheCursor) {
       {"form_narrower", Form(""), "abcdef" + Times(5, kLeft), "", "abcdef*", {{8, 8}}},
       {"form_scrolled_along", Form(""), "abcdef" + kLeft, "", "abcdef*", {{8, 8}}},
       {"form_cut_off", Form("abc"), "", kDown + kDown + kUp + "X", "Xbc*", {{6, 10}}},
-      {"form_too_low", Form(""), "abc", kCtrlH + kDown + "X", "1- abc*", {{2, 10}}},
-      {"form_grown_again", Form(""), "abc", kCtrlH, "ab*", {{1, 1}, {3, 5}, {8, 10}}}};
+      {"form_too_low", Form(""), "abc", kCtrlH + kDown + "X", "1- abc*", {{2, 10}}}};
   Play(stories, {.rows = 8, .cols = 10});
   const std::string f0_and_delete = "\033Oy\177";
   const std::string keypad_enter = "\033OM";

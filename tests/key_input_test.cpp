@@ -30,9 +30,9 @@ TEST(ReadKey, KeysAndSequencesComeBackAsOneCode) {
       {"vt100", {{"\b", KEY_DC}, {"\177", 127}, {"\033OM", KEY_ENTER}}},
       {"linux", after_letter_o},
       {"tmux", after_escape}};
-  for (const auto& [term, key_codes] : terminals) {
+  for (const auto& [type, key_codes] : terminals) {
     for (const auto& [keys, code] : key_codes) {
-      const auto terminal = Start([] { return ReadKeys(1); }, {.term = term});
+      const auto terminal = Start([] { return ReadKeys(1); }, {.term = type});
       terminal->Send(keys);
       EXPECT_EQ(terminal->Result(), std::to_string(code) + " ") << testing::PrintToString(keys);
     }

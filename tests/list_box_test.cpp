@@ -32,7 +32,6 @@ TEST(ListBox, KeysMoveThroughTheItemsAndChooseOne) {
       {"list_box_back", List(25), kF2 + Times(24, kDown) + Times(30, kUp), kEnter, "26 0 item0*"},
       {"list_box_too_many_items", List(1030), kF2, kEnter, "1031 0 item0*"},
       {"list_box_long_item", List(12), kF2, kEnter, "13 0 a\x01\x80zzzzzz*"},
-      {"list_box_long_item_gone", List(12), kF2 + Times(10, kDown), kEnter, "13 0 item10*"},
       {"list_box_just_fits", List(25), kF2 + Times(10, kDown), kEnter, "26 0 item10*", {{19, 70}}},
       {"list_box_too_low", List(25), kF2, "X", "26 -1 Xld*", {{18, 73}, {22, 73}}},
       {"list_box_too_narrow", List(25), kF2, "X", "26 -1 Xld*", {{22, 69}}}};

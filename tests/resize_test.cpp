@@ -4,8 +4,6 @@
 
 #include "support/program.h"
 
-namespace {
-
 using Size = TerminalOptions;
 
 class ResizeTest : public SuperuserTest {
@@ -40,9 +38,7 @@ const struct {
     {"last menu entry", kUp, {13, 30}, true},
     {"add form with values", kAdd + "abc" + kDown + "u" + kLeft, {8, 30}, true},
     {"add form with a long value", kAdd + kLetters, {8, 30}, true},
-    {"selection", kShow + "x" + kDown, {8, 30}, true},
     {"scrolled list", kShow + kF4 + Times(15, kDown) + kUp, {19, 70}, false},
-    {"not found", kShow + "x" + kDown + "y" + kEnter, {10, 50}, false},
     {"opened record", kShow + kAlpha + kRight, {8, 30}, true},
     {"list over opened record", kShow + kAlpha + kF4 + kDown, {19, 70}, false},
     {"question over opened record", kShow + kAlpha + "w" + kF3 + kRight, {10, 50}, false},
@@ -125,5 +121,3 @@ TEST_F(ResizeTest, ADimensionFixedByTheEnvironmentStays) {
   ResizeTo({30, 100}, *terminal_);
   EXPECT_EQ(terminal_->Row(19), "+" + std::string(98, '-') + "+");
 }
-
-}  // namespace

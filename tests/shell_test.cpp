@@ -1,7 +1,5 @@
 #include "support/program.h"
 
-namespace {
-
 TEST_F(ProgramTest, ClearsTheTerminalAndRefusesABadCommandLine) {
   for (const char* arguments : {"-f", "abc", "-x", "-h", "-d -f", "-d -fx abc", "''"}) {
     SCOPED_TRACE(arguments);
@@ -85,5 +83,3 @@ TEST_F(SuperuserTest, TracesAWholeRun) {
   Leave();
   EXPECT_EQ(ReadFile("trace"), ReadFile(NODEWARDEN_TRACES "/whole_run.txt"));
 }
-
-}  // namespace

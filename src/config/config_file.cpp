@@ -221,7 +221,7 @@ class TextFile {
   int file_ = -1;
   bool failed_ = false;
   std::size_t used_ = 0;
-  char buffer_[kBufferSize];
+  char buffer_[kBufferSize] = {};
 };
 
 // Replaces the content of the file. Returns 0, with the records released as they are written, or

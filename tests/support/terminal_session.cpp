@@ -244,7 +244,5 @@ bool TerminalSession::Cooked() const {
 }
 
 void ExpectPicture(const TerminalSession& terminal, const std::string& name) {
-  EXPECT_EQ(terminal.Picture(), ReadFile(NODEWARDEN_SCREENS "/" + name + ".txt"))
-      << name << " looks like this:\n"
-      << terminal.Picture();
+  EXPECT_EQ(terminal.Picture(), ReadFile(NODEWARDEN_SCREENS "/" + name + ".txt")) << name;
 }

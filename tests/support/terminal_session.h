@@ -30,8 +30,7 @@ enum class OldContent { kKept, kRubbish };
 
 class TerminalSession {
  public:
-  // Runs a command of the shell; with "exec" in front, the child is the program itself. Throws
-  // std::system_error when there is no pseudo-terminal.
+  // Runs a command of the shell; with "exec" in front, the child is the program itself.
   static std::unique_ptr<TerminalSession> Run(const std::string& command,
                                               const TerminalOptions& options = {});
   // Runs `body` in a forked child, which ends with status 0 when it returns. GoogleTest failures
