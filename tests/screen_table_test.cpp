@@ -38,7 +38,7 @@ TEST(FieldStore, FieldsGetBuffersUntilOneCannotBeHad) {
     ScreenField table[] = {Field(2, 5, 3, "a"), kLabel, Field(4, 5, 5, "b"), kSentinel};
     table[1].flags = FLD_DYNLABEL;
     StartTrace();
-    refused_size = refused;
+    refused_size = static_cast<std::size_t>(refused);
     EXPECT_EQ(AllocScreenFields(table), -1);
     refused_size = 0;
     EXPECT_EQ(ReadFile(LogFileName),
