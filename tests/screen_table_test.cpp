@@ -34,7 +34,7 @@ void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
 }
 
 TEST(FieldStore, FieldsGetBuffersUntilOneCannotBeHad) {
-  for (const std::size_t refused : {6, kDynamicLabelSize}) {
+  for (const int refused : {6, kDynamicLabelSize}) {
     ScreenField table[] = {Field(2, 5, 3, "a"), kLabel, Field(4, 5, 5, "b"), kSentinel};
     table[1].flags = FLD_DYNLABEL;
     StartTrace();
