@@ -10,7 +10,7 @@
 #include <string>
 
 #include "config/evseccfg.h"
-#include "support/test_nodename.h"
+#include "platform/hlv_nodename.h"
 
 static int allocations = 0;  // calls of malloc, also from the C library itself
 extern "C" void* __libc_malloc(std::size_t size);  // NOLINT: the name that the C library gives it
@@ -21,7 +21,7 @@ static WLNSRec last{.nodemask = "last.site.net", .usermask = "root", .mode = 'W'
 using Operation = int (*)();  // returns 0 when it worked
 
 static int WriteRecords(long count) {
-  const std::filesystem::path directory = std::string("opr/config/") + test_node_name;
+  const std::filesystem::path directory = std::string("opr/config/") + hlv_nodename();
   std::filesystem::create_directories(directory);
   std::ofstream file(directory / "actnode.prf");
   for (long i = 1; i < count; ++i) file << "-n=web" << i / 5 << ".site.net,user" << i % 5 << ",E\n";
