@@ -34,7 +34,8 @@ const MenuEntry* Above(const MenuEntry* entry) {
   return entry->row > MainMenu->row ? entry - 1 : LastMenuEntry;
 }
 
-// Draws the menu with the first entry marked and the cursor on it if it lies within the screen.
+// Draws the menu with the first entry marked and the cursor on it if it lies within the screen, and
+// notes which entry is the last.
 void DrawMenu(WINDOW* window, const MenuEntry* menu, const char* title) {
   DrawTitle(window, title);
   for (const MenuEntry* entry = menu; entry->col != kTableEnd; ++entry) {
