@@ -28,39 +28,41 @@ constexpr std::string_view kComments =
 constexpr std::string_view kRecordPrefix = "-n=";
 constexpr std::size_t kNodeNameLength = 63;  // most bytes of a node name
 constexpr int kLineSize = 256;               // a read takes at most 255 bytes of a line
-constexpr std::size_t kBufferSize = 16384;
 constexpr unsigned char kBlank = ' ';
 
-// Errors of opening that mean there is no file to read: it is missing, may not be read or is no
-// file. After every other error its records may be there all the same.
+// Errors of opening that mean there is no file to read: it is missing, may not be read or is of a
+// kind that cannot be. After every other error its records may be there all the same.
 constexpr int kNoFile[] = {ENOENT, ENOTDIR, ELOOP, ENAMETOOLONG, EACCES, EPERM, ENXIO, ENODEV};
 
-#ifdef HAVE_FGETS_UNLOCKED
+#ifdef HAVE_UNLOCKED_STDIO
 constexpr auto* ReadLine = fgets_unlocked;
+constexpr auto* WriteText = fwrite_unlocked;
 #else
 constexpr auto* ReadLine = std::fgets;
+constexpr auto* WriteText = std::fwrite;
 #endif
 
-// The read cursor: the stream of the walk under way, null between walks.
+// The read cursor: the stream of the scan under way, null between scans.
 constinit std::FILE* read_cursor = nullptr;
 
-// The buffer of the stream; a larger one than usual saves most of the system calls.
-constinit char read_buffer[kBufferSize] = {};
+// The buffers of the streams; larger ones than usual save most of the system calls.
+constinit char read_buffer[16384] = {};
+constinit char write_buffer[16384] = {};
 
-// What cut the last walk short, 0 when nothing did.
+// The error that ended the last scan early, 0 for none.
 constinit int read_error = 0;
 
-// Holds back every signal that can be held, so that none leaves a half-written file.
-class SignalHold {
+// Blocks every signal that can be blocked, so that none leaves a half-written file.
+class SignalBlocker {
  public:
-  SignalHold() {
+  SignalBlocker() {
     sigset_t all;
     sigfillset(&all);
     sigprocmask(SIG_BLOCK, &all, &before_);
   }
-  ~SignalHold() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
-  SignalHold(const SignalHold&) = delete;
-  SignalHold& operator=(const SignalHold&) = delete;
+  ~SignalBlocker() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
+  SignalBlocker(const SignalBlocker&) = delete;
+  SignalBlocker& operator=(const SignalBlocker&) = delete;
 
  private:
   sigset_t before_{};
@@ -77,9 +79,7 @@ bool OpenReadCursor() {
   read_error = 0;
   char dir[kPathSize];
   char path[kPathSize];
-  if (!GetPaths(dir, path)) {
-    return false;
-  }
+  if (!GetPaths(dir, path)) return false;
   read_cursor = std::fopen(path, "r");
   if (read_cursor == nullptr) {
     read_error = std::ranges::find(kNoFile, errno) == std::end(kNoFile) ? errno : 0;
@@ -105,8 +105,8 @@ struct Fields {
   char mode;
 };
 
-// Takes the field at the front of `text`, with the comma behind it, off the text; returns it, cut
-// to `length` bytes.
+// Removes the field at the front of `text` and the comma after it from the text. Returns the field,
+// cut to `length` bytes.
 constexpr std::string_view TakeField(std::string_view& text, std::size_t length) {
   const std::size_t comma = text.find(',');
   const std::string_view field = text.substr(0, std::min(comma, length));
@@ -131,28 +131,35 @@ void Fill(WLNSRec& rec, const Fields& fields) {
   rec.mode = fields.mode;
 }
 
-// Hands the line of a record to `put`, piece by piece. A missing mode is written as nothing.
-void PutRecord(const WLNSRec& rec, auto put) {
-  put(kRecordPrefix);
-  put(rec.nodemask);
-  put(",");
-  put(rec.usermask);
-  put(",");
-  put(std::string_view(&rec.mode, rec.mode == '\0' ? 0 : 1));
-  put("\n");
+// Room for the longest line of a record and a terminating zero.
+using RecordLine = char[kRecordPrefix.size() + sizeof WLNSRec::nodemask + sizeof WLNSRec::usermask +
+                        sizeof WLNSRec::mode + 2];
+
+// Puts the line of the record into `line`, a missing mode as nothing. Returns its length in bytes.
+std::size_t Format(const WLNSRec& rec, RecordLine& line) {
+  char* end = std::ranges::copy(kRecordPrefix, line).out;
+  end = stpcpy(end, rec.nodemask);
+  *end++ = ',';
+  end = stpcpy(end, rec.usermask);
+  *end++ = ',';
+  *end = rec.mode;
+  end += rec.mode != '\0' ? 1 : 0;
+  *end++ = '\n';
+  return static_cast<std::size_t>(end - line);
 }
 
 std::size_t TextSize(const WLNSRec* list) {
+  RecordLine line;
   std::size_t size = kComments.size();
   for (const WLNSRec* rec = list; rec != nullptr; rec = rec->next) {
-    PutRecord(*rec, [&size](std::string_view piece) { size += piece.size(); });
+    size += Format(*rec, line);
   }
   return size;
 }
 
-// Sees whether there is room for `size` bytes by setting it aside in a file, whose content and size
-// stay; emptying the file gives it back. Returns the error number when there is no such room, and 0
-// also where none can be set aside.
+// Reserves room for `size` bytes in a file, whose content and size stay; truncating it releases
+// what is not needed. Returns 0, also where nothing can be reserved, or the error number when there
+// is no such room.
 int Reserve(int file, std::size_t size) {
   rlimit limit{};
   if (getrlimit(RLIMIT_FSIZE, &limit) == 0 && limit.rlim_cur < size) {
@@ -162,7 +169,7 @@ int Reserve(int file, std::size_t size) {
   if (fallocate(file, FALLOC_FL_KEEP_SIZE, 0, static_cast<off_t>(size)) != 0 &&
       (errno == ENOSPC || errno == EDQUOT || errno == EFBIG)) {
     const int error = errno;
-    // Part of the room may have been set aside: it is given back.
+    // Part of the room may have been reserved.
     [[maybe_unused]] const int cut = ftruncate(file, lseek(file, 0, SEEK_END));
     return error;
   }
@@ -170,72 +177,39 @@ int Reserve(int file, std::size_t size) {
   return 0;
 }
 
-// The file while it is rewritten. Its text goes through a buffer; that writing failed is not told.
-class TextFile {
- public:
-  TextFile() = default;
-  TextFile(const TextFile&) = delete;
-  TextFile& operator=(const TextFile&) = delete;
-  ~TextFile() {
-    Flush();
-    if (file_ >= 0) {
-      (void)close(file_);
-    }
-  }
-
-  // Opens the file and empties it, or makes a new one, if there is room for `size` bytes. Returns 0
-  // or the error number.
-  int Open(const char* path, std::size_t size) {
-    file_ = open(path, O_WRONLY | O_CREAT, 0666);
-    if (file_ < 0) {
-      return errno;
-    }
-    if (const int error = Reserve(file_, size); error != 0) {
-      return error;
-    }
-    // What is no regular file has no size to change, and needs none.
-    return ftruncate(file_, 0) == 0 || errno == EINVAL ? 0 : errno;
-  }
-
-  // Appends a piece, which is not longer than the buffer.
-  void Put(std::string_view piece) {
-    const std::size_t fitting = piece.copy(buffer_ + used_, sizeof buffer_ - used_);
-    used_ += fitting;
-    if (fitting < piece.size()) {
-      Flush();
-      used_ = piece.copy(buffer_, sizeof buffer_, fitting);
-    }
-  }
-
- private:
-  // Writes what is in the buffer, unless writing failed before.
-  void Flush() {
-    std::string_view rest(buffer_, std::exchange(used_, 0));
-    while (!rest.empty() && !failed_) {
-      const ssize_t written = write(file_, rest.data(), rest.size());
-      failed_ = written <= 0;
-      rest.remove_prefix(failed_ ? 0 : static_cast<std::size_t>(written));
-    }
-  }
-
-  int file_ = -1;
-  bool failed_ = false;
-  std::size_t used_ = 0;
-  char buffer_[kBufferSize] = {};
+struct FileCloser {
+  void operator()(std::FILE* file) const noexcept { (void)std::fclose(file); }
 };
+using FilePtr = std::unique_ptr<std::FILE, FileCloser>;
+
+// Opens the file, or makes a new one, and empties it if there is room for `size` bytes. Returns 0
+// with the stream in `file`, or the error number.
+int OpenForWriting(const char* path, std::size_t size, FilePtr& file) {
+  const int descriptor = open(path, O_WRONLY | O_CREAT, 0666);
+  if (descriptor < 0) return errno;
+  file.reset(fdopen(descriptor, "w"));
+  if (!file) {
+    (void)close(descriptor);
+    return ENOMEM;
+  }
+  (void)std::setvbuf(file.get(), write_buffer, _IOFBF, sizeof write_buffer);
+  if (const int error = Reserve(descriptor, size); error != 0) return error;
+  // A file that is not a regular one, such as a device, cannot be truncated and need not be.
+  return ftruncate(descriptor, 0) == 0 || errno == EINVAL ? 0 : errno;
+}
 
 // Replaces the content of the file. Returns 0, with the records released as they are written, or
-// the error number of the open.
+// the error number of the open. An error of writing is not reported: the text ends there.
 int ReplaceFile(const char* path, std::size_t size, RecordList& list) {
-  const SignalHold hold;
-  TextFile file;
-  if (const int error = file.Open(path, size); error != 0) {
-    return error;
-  }
-  file.Put(kComments);
+  const SignalBlocker blocker;
+  FilePtr file;
+  if (const int error = OpenForWriting(path, size, file); error != 0) return error;
+  bool written = WriteText(kComments.data(), 1, kComments.size(), file.get()) == kComments.size();
+  RecordLine line;
   while (const RecordPtr rec{list.head}) {
     list.head = rec->next;
-    PutRecord(*rec, [&file](std::string_view piece) { file.Put(piece); });
+    const std::size_t length = Format(*rec, line);
+    written = written && WriteText(line, 1, length, file.get()) == length;
   }
   return 0;
 }
@@ -261,9 +235,7 @@ void MakeDirectory(const char* dir) {
 int RewriteFile(RecordList& list) {
   char dir[kPathSize];
   char path[kPathSize];
-  if (!GetPaths(dir, path)) {
-    return kNoConfigPath;
-  }
+  if (!GetPaths(dir, path)) return kNoConfigPath;
   const std::size_t size = TextSize(list.head);
   int result = ReplaceFile(path, size, list);
   if (result == ENOENT) {
@@ -291,9 +263,7 @@ int WLNSGetCfgDir(char* dir) {
 }
 
 WLNSRec* WLNSReadRec(const char* nodeMask, const char* useridMask) {
-  if (read_cursor == nullptr && !OpenReadCursor()) {
-    return nullptr;
-  }
+  if (read_cursor == nullptr && !OpenReadCursor()) return nullptr;
   RecordPtr rec(new (std::nothrow) WLNSRec{});
   if (!rec) {
     read_error = ENOMEM;
@@ -305,9 +275,7 @@ WLNSRec* WLNSReadRec(const char* nodeMask, const char* useridMask) {
   char line[kLineSize];
   while (ReadLine(line, kLineSize, read_cursor) != nullptr) {
     const std::string_view text = Trimmed(line);
-    if (text.empty()) {
-      continue;
-    }
+    if (text.empty()) continue;
     const Fields fields = Split(text.substr(kRecordPrefix.size()));
     if (Matches(node_mask, fields.node_mask) && Matches(user_mask, fields.user_mask)) {
       Fill(*rec, fields);
@@ -335,9 +303,7 @@ void WLNSEndRead() {
 
 int WLNSWriteRecs(WLNSRec* list) {
   RecordList records(list);
-  if (geteuid() != 0) {
-    return kRefused;
-  }
+  if (geteuid() != 0) return kRefused;
   try {
     return RewriteFile(records);
   } catch (const std::bad_alloc&) {

@@ -1,16 +1,12 @@
 #pragma once
 
-// The configuration file actnode.prf: where it is, how a line of it reads, and the two routines
-// that touch it. The reader hands out one matching record at a time; the writer rewrites the file
+// The configuration file actnode.prf: where it is, how a line of it is read, and the two routines
+// that access it. The reader returns one matching record at a time; the writer rewrites the file
 // whole. Only the record operations of evseccfg.h call them. Nothing here shows or traces anything.
 
 #include "config/record.h"
 
 inline constexpr int kPathSize = 256;  // bytes of a path buffer, its terminating zero included
-
-inline constexpr int kNoCfgDir = 16;      // WLNSGetCfgDir: the directory has no usable path
-inline constexpr int kRefused = -1;       // invalid argument, or the user is not the superuser
-inline constexpr int kNoConfigPath = -2;  // the path of the file cannot be built
 
 // Builds the directory of the configuration file, with its trailing "/", from the environment
 // variable HLVHOME0000 and the local node's name, both asked anew. `dir` holds kPathSize bytes.
@@ -20,30 +16,30 @@ inline constexpr int kNoConfigPath = -2;  // the path of the file cannot be buil
 
 // Returns the next record whose masks equal the given ones, an empty (not null) mask matching all,
 // or null when there is none left, the file cannot be read or memory runs out. The caller owns the
-// record. Successive calls walk down the file. A match on two non-empty masks and a null result
-// end the walk, so that the next call starts at the top: give both masks or call until null.
+// record. Successive calls scan the file from its top. A match on two non-empty masks and a null
+// result end the scan, so that the next call starts another: give both masks or call until null.
 [[nodiscard]] WLNSRec* WLNSReadRec(const char* nodeMask, const char* useridMask);
 
-// Returns what cut the last walk short or kept it from beginning, ENOMEM or the error number of a
-// failed read or open; 0 when it ended at a match or at the end of the file, and also when there is
-// no file to read: it is missing, may not be read or is no file.
+// Returns the error that ended the last scan early or kept it from beginning: ENOMEM, or the error
+// number of a failed read or open. 0 when the scan ended at a match or at the end of the file, and
+// also when there is no file to read: it is missing, may not be read or cannot hold records.
 [[nodiscard]] int WLNSReadError();
 
-// Ends a walk of WLNSReadRec early, so that the next call starts at the top of the file.
+// Ends a scan of WLNSReadRec early, so that the next call starts at the top of the file.
 void WLNSEndRead();
 
 // Rewrites the file with the records of `list` (null for none), creating the node's directory when
 // it is missing. Takes the list over: every record is released whatever the outcome.
-// Returns 0, also when writing fails, kRefused when the effective user id is not 0, kNoConfigPath,
-// or the error number of opening the file for writing. A file that has no room for the new text
-// does not open: ENOSPC, EDQUOT or EFBIG, and it is as it was, or empty if it is new. Signals wait
-// while the file is open.
+// Returns 0, kRefused when the effective user id is not 0, kNoConfigPath, ENOMEM, or the error
+// number of opening the file for writing. A file that has no room for the new text does not open:
+// ENOSPC, EDQUOT or EFBIG, and it is as it was, or empty if it is new. Errors of the writing itself
+// are ignored. All signals are blocked while the file is open.
 [[nodiscard]] int WLNSWriteRecs(WLNSRec* list);
 
-// Trims a line in place: blanks in front, and blanks and control characters at its end. A line
+// Trims a line in place: blanks at its front, and blanks and control characters at its end. A line
 // that is not a record line, one that begins with "-n=", becomes empty.
 void WLNSTrimLine(char* line);
 
 // Fills a zero-filled record from `text`, a trimmed record line after its "-n=". Overlong masks
-// are cut; fields behind a missing comma stay empty.
+// are cut; fields after a missing comma stay empty.
 void WLNSParseLine(WLNSRec* rec, const char* text);

@@ -22,13 +22,18 @@ bool NamesPair(const WLNSRec* rec) {
 
 bool IsMode(char mode) { return mode == 'D' || mode == 'E' || mode == 'W'; }
 
+// Appends the record at the null link `end` of a list. Returns the new end.
+WLNSRec** Append(WLNSRec** end, RecordPtr rec) {
+  *end = rec.release();
+  return &(*end)->next;
+}
+
 // Loads every record into `list`. Returns the link that leads to the first one with the masks of
-// `wanted`, the null link at the end when there is none; null when WLNSReadError tells of an error.
+// `wanted`, the null link at the end when there is none; null after an error, which WLNSReadError
+// returns.
 WLNSRec** LoadAndFind(RecordList& list, const WLNSRec& wanted) {
   list.head = WLNSGetAllRecs();
-  if (WLNSReadError() != 0) {
-    return nullptr;
-  }
+  if (WLNSReadError() != 0) return nullptr;
   WLNSRec** link = &list.head;
   while (*link != nullptr && !SamePair(**link, wanted)) {
     link = &(*link)->next;
@@ -58,9 +63,8 @@ WLNSRec* ListMasks(const char* nodeMask, const char* useridMask, MaskOf mask) {
   try {
     while (RecordPtr rec{WLNSReadRec(nodeMask, useridMask)}) {
       if (HasMask(last, *rec, mask) == 0 && listed.insert(mask(*rec)).second) {
-        *end = rec.release();
-        last = *end;
-        end = &(*end)->next;
+        last = rec.get();
+        end = Append(end, std::move(rec));
       }
     }
   } catch (const std::bad_alloc&) {
@@ -75,27 +79,19 @@ int WLNSGetRec(WLNSRec* rec) {
   WLNSEndRead();
   const RecordPtr found(WLNSReadRec(rec->nodemask, rec->usermask));
   WLNSEndRead();
-  if (!found) {
-    return kRecordNotFound;
-  }
+  if (!found) return kRecordNotFound;
   rec->mode = found->mode;
   return 0;
 }
 
 int WLNSUpdateRec(const WLNSRec* rec) {
-  if (!NamesPair(rec) || !IsMode(rec->mode)) {
-    return kRefused;
-  }
+  if (!NamesPair(rec) || !IsMode(rec->mode)) return kRefused;
   RecordList list;
   WLNSRec** link = LoadAndFind(list, *rec);
-  if (link == nullptr) {
-    return WLNSReadError();
-  }
+  if (link == nullptr) return WLNSReadError();
   if (*link == nullptr) {
     *link = new (std::nothrow) WLNSRec{};
-    if (*link == nullptr) {
-      return ENOMEM;
-    }
+    if (*link == nullptr) return ENOMEM;
     CopyText((*link)->nodemask, rec->nodemask);
     CopyText((*link)->usermask, rec->usermask);
   }
@@ -104,17 +100,11 @@ int WLNSUpdateRec(const WLNSRec* rec) {
 }
 
 int WLNSDeleteRec(const WLNSRec* rec) {
-  if (!NamesPair(rec)) {
-    return kRefused;
-  }
+  if (!NamesPair(rec)) return kRefused;
   RecordList list;
   WLNSRec** link = LoadAndFind(list, *rec);
-  if (link == nullptr) {
-    return WLNSReadError();
-  }
-  if (*link == nullptr) {
-    return 0;
-  }
+  if (link == nullptr) return WLNSReadError();
+  if (*link == nullptr) return 0;
   const RecordPtr removed(*link);
   *link = removed->next;
   return WLNSWriteRecs(list.Release());
@@ -128,9 +118,8 @@ WLNSRec* WLNSGetAllRecs() {
   WLNSEndRead();
   RecordList all;
   WLNSRec** end = &all.head;
-  while (WLNSRec* rec = WLNSReadRec("", "")) {
-    *end = rec;
-    end = &rec->next;
+  while (RecordPtr rec{WLNSReadRec("", "")}) {
+    end = Append(end, std::move(rec));
   }
   return all.Release();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
-// One record of the node security configuration, and the owners that release records.
+// One record of the node security configuration, the owners that release records, and the results
+// of the store's operations.
 
 #include <algorithm>
 #include <cstddef>
@@ -37,15 +38,21 @@ class RecordList {
   }
 
   // Hands the list over to the caller.
-  WLNSRec* Release() { return std::exchange(head, nullptr); }
+  [[nodiscard]] WLNSRec* Release() { return std::exchange(head, nullptr); }
 
   WLNSRec* head;
 };
 
 // Copies `text` into a zero-terminated buffer of `Size` bytes, cut to Size - 1 bytes when longer;
-// the bytes behind it become zero.
+// the bytes after it become zero.
 template <std::size_t Size>
 void CopyText(char (&buffer)[Size], std::string_view text) {
   text = text.substr(0, Size - 1);
   std::fill(std::copy(text.begin(), text.end(), buffer), buffer + Size, '\0');
 }
+
+// The operations return 0, a positive error number of the system, or one of these.
+inline constexpr int kRefused = -1;        // invalid argument, or the user is not the superuser
+inline constexpr int kNoConfigPath = -2;   // the path of the file cannot be built
+inline constexpr int kRecordNotFound = 4;  // WLNSGetRec: no record has these masks
+inline constexpr int kNoCfgDir = 16;       // WLNSGetCfgDir: the directory has no usable path
