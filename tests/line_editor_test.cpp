@@ -4,8 +4,8 @@
 
 #include <string>
 
-using enum Edit;
-using Key = Edit (*)(LineEditor&);
+using enum EditResult;
+using Key = EditResult (*)(LineEditor&);
 
 constexpr Key kLeft = [](LineEditor& line) { return line.Left(); };
 constexpr Key kRight = [](LineEditor& line) { return line.Right(); };
@@ -33,7 +33,7 @@ TEST(LineEditor, KeysActOnValueOffsetAndCursor) {
     Line before;
     Key key;
     Line after;
-    Edit outcome;
+    EditResult outcome;
     Place place = {kWidth, kWidth};
   } cases[] = {
       {"left", {"abcde", 1, 2}, kLeft, {"abcde", 1, 1}, kMoved, kCut},
@@ -69,6 +69,8 @@ TEST(LineEditor, KeysActOnValueOffsetAndCursor) {
       {"still in sight", {"abcde", 1, 3}, kFit, {"abcde", 1, 3}, kNothing, kCut},
       {"under the mark", {"abcde", 1, 4}, kFit, {"abcde", 2, 4}, kNothing, kCut},
       {"the end out of sight", {"abcde", 1, 5}, kFit, {"abcde", 2, 5}, kNothing, kCut},
+      {"wider", {"abcde", 4, 4}, kFit, {"abcde", 2, 4}, kNothing, kCut},
+      {"beyond the end", {"abcde", 1, 9}, kFit, {"abcde", 2, 5}, kNothing, kCut},
       {"room is gone", {"abc", 0, 2}, kFit, {"abc", 2, 2}, kNothing, kNoRoom},
   };
   for (const auto& [name, before, key, after, outcome, place] : cases) {
@@ -77,7 +79,7 @@ TEST(LineEditor, KeysActOnValueOffsetAndCursor) {
     LineEditor line{buffer.data(), kWidth, place.room, place.reach, before.offset, before.cursor};
     EXPECT_EQ(key(line), outcome) << name;
     EXPECT_EQ(buffer, after.value + std::string(buffer.size() - after.value.size(), '\0')) << name;
-    EXPECT_EQ(line.offset, after.offset) << name;
+    EXPECT_EQ(line.ScrollOffset, after.offset) << name;
     EXPECT_EQ(line.cursor, after.cursor) << name;
   }
 }

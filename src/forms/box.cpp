@@ -4,42 +4,47 @@
 
 #include "forms/key_input.h"
 
-Box::Box(int rows, int columns) : Box(rows, columns, OpenWindow(rows, columns)) {}
+Box::Box(WINDOW* parent, int rows, int columns)
+    : Box(parent, rows, columns, OpenWindow(rows, columns)) {}
 
-Box::Box(int rows, int columns, WindowPtr window)
+Box::Box(WINDOW* parent, int rows, int columns, WindowPtr window)
     : Layer(window.get()),
+      parent_(parent),
       rows_(rows),
       columns_(columns),
       owned_(std::move(window)),
-      open_(owned_ != nullptr && Centre()) {}
+      fits_(owned_ != nullptr && Centre()) {}
+
+Box::~Box() {
+  owned_.reset();
+  Restore(parent_);
+}
 
 bool Box::Centre() {
   return rows_ <= LINES && columns_ <= COLS &&
-         Place(window(), rows_, columns_, (LINES - rows_) / 2, (COLS - columns_) / 2);
+         SetGeometry(window(), rows_, columns_, (LINES - rows_) / 2, (COLS - columns_) / 2);
 }
 
 bool Box::LayOut() {
-  open_ = open_ && Centre();
-  if (open_) {
+  fits_ = fits_ && Centre();
+  if (fits_) {
     Frame(window());
     Draw();
   } else {
-    // Keys are still read through it until its loop ends, which must not show it again.
-    Place(window(), 1, 1, 0, 0);
+    // The key that ends the box is still read through it, which must not show it again.
+    SetGeometry(window(), 1, 1, 0, 0);
     untouchwin(window());
   }
-  return open_;
+  return fits_;
 }
 
-int Box::ReadBoxKey() {
+std::optional<int> Box::NextKey() {
+  if (!fits_) return std::nullopt;
+  wrefresh(window());
   const int key = ReadKey(window());
-  if (!open_ && key != KEY_RESIZE) {
+  if (fits_) return key;
+  if (key != KEY_RESIZE) {
     ungetch(key);
   }
-  return key;
-}
-
-void Box::Close(WINDOW* parent) {
-  owned_.reset();
-  Restore(parent);
+  return std::nullopt;
 }

@@ -2,34 +2,37 @@
 
 // The boxes in the middle of the screen: what list box and message box have in common.
 
+#include <optional>
+
 #include "forms/layer.h"
 #include "forms/window.h"
 
-// A box of fixed size. It is not open when it does not fit on the screen, and is closed for good
-// once a terminal that shrinks leaves no room for it.
+// A box of fixed size over the window `parent`, which is shown again at its end. One that does not
+// fit on the screen is not shown; once a terminal that shrinks leaves no room for it, it stays
+// gone.
 class Box : public Layer {
  public:
-  [[nodiscard]] bool open() const { return open_; }
-
   bool LayOut() final;
 
-  // Takes the box off the screen and shows `parent` again. No key may be read after it.
-  void Close(WINDOW* parent);
-
  protected:
-  Box(int rows, int columns);
+  Box(WINDOW* parent, int rows, int columns);
+  ~Box() override;
 
-  // Reads a key. One that finds the box closed is left to what lies below.
-  int ReadBoxKey();
+  [[nodiscard]] bool fits() const { return fits_; }
+
+  // Refreshes the box and returns the next key, or nothing when the box does not fit: a key that
+  // was read then is left to what lies below.
+  [[nodiscard]] std::optional<int> NextKey();
 
   // Draws all that stands within the border and puts the cursor where it belongs.
   virtual void Draw() = 0;
 
  private:
-  Box(int rows, int columns, WindowPtr window);
+  Box(WINDOW* parent, int rows, int columns, WindowPtr window);
   bool Centre();
 
+  WINDOW* parent_;
   int rows_, columns_;
   WindowPtr owned_;
-  bool open_;
+  bool fits_;
 };

@@ -16,8 +16,7 @@ bool IsDynamic(const ScreenField& row) { return (row.flags & FLD_DYNLABEL) != 0;
 }  // namespace
 
 int AllocScreenFields(ScreenField* table) {
-  // Nothing but buffers of this store may stand where FreeScreenFields looks for them, also in the
-  // rows behind one that gets none.
+  // FreeScreenFields deletes whatever it finds, also in the rows after one that gets no buffer.
   for (ScreenField& row : Rows(table)) {
     row.value = nullptr;
     if (IsDynamic(row)) {
@@ -35,9 +34,7 @@ int AllocScreenFields(ScreenField* table) {
     }
     if (IsDynamic(row)) {
       row.label = NewBuffer(kDynamicLabelSize);
-      if (row.label == nullptr) {
-        return -1;
-      }
+      if (row.label == nullptr) return -1;
     }
   }
   return 0;

@@ -14,14 +14,14 @@ int VisibleWidth(const ScreenField& field, int columns) {
 
 std::string FieldLine(const ScreenField& field, int offset, int columns) {
   const std::string_view value = Value(&field);
-  const auto room = static_cast<std::size_t>(VisibleWidth(field, columns));
+  const auto width = static_cast<std::size_t>(VisibleWidth(field, columns));
   const auto first = std::min(static_cast<std::size_t>(offset), value.size());
-  std::string shown(value.substr(first, room));
+  std::string shown(value.substr(first, width));
   if ((field.flags & FLD_HIDDEN) != 0) {
     shown.assign(shown.size(), '*');
   }
-  const bool more = first + room < value.size();
+  const bool more = first + width < value.size();
   std::string line = (offset > 0 ? "<" : "[") + shown + (more ? ">" : "]");
-  line.resize(room + 2, ' ');
+  line.resize(width + 2, ' ');
   return line;
 }

@@ -20,4 +20,4 @@ int VisibleWidth(const ScreenField& field, int columns);
 // The field as it is drawn from the opening mark on, with the value from index `offset` on: the
 // marks are "[" and "]", or "<" and ">" where characters are hidden on that side, and blanks fill
 // the line up to VisibleEnd.
-std::string FieldLine(const ScreenField& field, int offset, int columns);
+[[nodiscard]] std::string FieldLine(const ScreenField& field, int offset, int columns);

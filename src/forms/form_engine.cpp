@@ -3,22 +3,20 @@
 #include "forms/form_run.h"
 #include "forms/forms.h"
 #include "forms/key_input.h"
+#include "forms/screen_painter.h"
+#include "forms/table_access.h"
 #include "shell/trace_log.h"
 
 constinit int FieldsModified = 0;
 
 namespace {
 
-// What a KeyHandler is told of the key, or nothing when the key is not for it.
+// Returns the code of the key for a KeyHandler, or nothing when the engine handles the key itself.
 std::optional<int> CodeForHandler(int key) {
   constexpr int kHandledFunctionKeys = 12;
-  if (IsEnterKey(key)) {
-    return CODE_ENTER;
-  }
+  if (IsEnterKey(key)) return CODE_ENTER;
   const int function_key = key - KEY_F0;
-  if (function_key >= 1 && function_key <= kHandledFunctionKeys) {
-    return function_key + 1;
-  }
+  if (function_key >= 1 && function_key <= kHandledFunctionKeys) return function_key + 1;
   return std::nullopt;
 }
 
@@ -33,12 +31,42 @@ void TraceInputField(const ScreenField* field) {
 
 }  // namespace
 
+int PaintScreen(WINDOW* window, ScreenField* table, const char* title) {
+  ClearToBorder(window);
+  DrawScreen(window, table, title);
+  ScreenField* first = FirstField(table);
+  if (FormRun* form = FormRun::On(window); form != nullptr) {
+    form->MoveTo(first);
+  } else if (first == nullptr || wmove(window, first->field_row, first->field_column) == ERR) {
+    wmove(window, 0, 0);
+  }
+  return wrefresh(window);
+}
+
+int MoveToField(WINDOW* window, ScreenField* field) {
+  const int result = wmove(window, field->field_row, field->field_column);
+  if (FormRun* form = FormRun::On(window); form != nullptr && result == OK) {
+    form->MoveTo(field);
+  }
+  return result;
+}
+
+void RedrawField(WINDOW* window, const ScreenField* field) {
+  const FormRun* form = FormRun::On(window);
+  int row = 0;
+  int column = 0;
+  getyx(window, row, column);
+  DrawField(window, *field, form != nullptr ? form->ScrollOffsetOf(*field) : 0);
+  wmove(window, row, column);
+  wrefresh(window);
+}
+
 void ProcessWindowData(WINDOW* window, ScreenField* table, KeyHandler handler) {
   TraceLog("Enter ProcessWindowData");
   FormRun form(window, table);
   int done = 0;
   while (done == 0) {
-    form.Adopt();
+    form.FollowCursor();
     TraceInputField(form.Current());
     const int key = ReadKey(window);
     if (const std::optional<int> code = CodeForHandler(key)) {

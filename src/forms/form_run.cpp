@@ -16,7 +16,7 @@ constexpr int kCtrlH = 8;
 constexpr int kDelete = 127;
 constexpr int kLowByte = 0xff;
 
-Edit ApplyKey(LineEditor& line, int key) {
+EditResult ApplyKey(LineEditor& line, int key) {
   switch (key) {
     case KEY_LEFT:
       return line.Left();
@@ -30,7 +30,8 @@ Edit ApplyKey(LineEditor& line, int key) {
       return line.EraseUnder();
     default:
       const int character = key & kLowByte;
-      return IsPrintable(character) ? line.Type(static_cast<char>(character)) : Edit::kNothing;
+      return IsPrintable(character) ? line.Type(static_cast<char>(character))
+                                    : EditResult::kNothing;
   }
 }
 
@@ -44,8 +45,8 @@ void TraceChange(const std::string& text, const LineEditor& before, const LineEd
   const int length = static_cast<int>(text.size());
   TraceValue("Old", text.c_str());
   if (after.Length() < length) {
-    for (int index = before.offset; index < std::min(length, before.offset + before.room);
-         ++index) {
+    for (int index = before.ScrollOffset;
+         index < std::min(length, before.ScrollOffset + before.visible_width); ++index) {
       if (index != after.cursor) {  // which is where the removed one was
         TraceFormat("Extract char:  <%c>", text[static_cast<std::size_t>(index)]);
       }
@@ -57,7 +58,7 @@ void TraceChange(const std::string& text, const LineEditor& before, const LineEd
 }  // namespace
 
 FormRun::FormRun(WINDOW* window, ScreenField* table) : Layer(window), table_(table) {
-  Take(FirstField(table));
+  SetField(FirstField(table));
 }
 
 FormRun* FormRun::On(const WINDOW* window) {
@@ -71,9 +72,9 @@ FormRun* FormRun::On(const WINDOW* window) {
 
 bool FormRun::LayOut() {
   if (Current() != nullptr) {
-    const int room_before = line_.room;
+    line_ = edited_;
     Measure();
-    if (line_.room != room_before) {
+    if (line_.visible_width != edited_.visible_width) {
       line_.Fit();
     }
   }
@@ -82,96 +83,98 @@ bool FormRun::LayOut() {
 }
 
 ScreenField* FormRun::Current() const {
-  const bool in_sight = field_ != nullptr && field_->field_row < getmaxy(window()) &&
-                        field_->field_column < getmaxx(window());
-  return in_sight ? field_ : nullptr;
+  return field_ != nullptr && InSight(*field_) ? field_ : nullptr;
 }
 
-void FormRun::Enter(ScreenField* field) {
-  Take(field);
+void FormRun::MoveTo(ScreenField* field) {
+  SetField(field);
   Show();
 }
 
-void FormRun::Adopt() {
+void FormRun::FollowCursor() {
   Cursor at{};
   getyx(window(), at.row, at.column);
-  if (field_ != nullptr && at == Place()) {
-    return;
-  }
+  if (field_ != nullptr && at == CursorPosition()) return;
   ScreenField* found = FindFieldAt(table_, at.row, at.column);
   if (found != field_) {
-    Take(found);
+    SetField(found);
   }
-  if (field_ == nullptr) {
-    return;
-  }
+  if (field_ == nullptr) return;
   const int shown_at = at.column - field_->field_column;
-  if (shown_at <= line_.room) {
-    line_.cursor = line_.offset + shown_at;
+  if (shown_at <= line_.visible_width) {
+    line_.cursor = line_.ScrollOffset + shown_at;
+    edited_ = line_;
   } else {
-    Take(field_);
+    SetField(field_);
   }
   Show();
 }
 
 void FormRun::EditKey(int key) {
   ScreenField* field = Current();
-  if (field == nullptr) {
-    return;
-  }
+  if (field == nullptr) return;
   if (key == KEY_DOWN || key == KEY_UP) {
-    MoveToField(window(), key == KEY_DOWN ? NextField(table_, field) : PrevField(table_, field));
+    ScreenField* next = key == KEY_DOWN ? NextField(table_, field) : PrevField(table_, field);
+    if (InSight(*next)) {
+      MoveTo(next);
+    }
     return;
   }
   const std::string text = line_.value;  // for the trace
   const LineEditor before = line_;
   switch (ApplyKey(line_, key)) {
-    case Edit::kNothing:
+    case EditResult::kNothing:
       return;
-    case Edit::kRefused:
+    case EditResult::kRefused:
       beep();
       return;
-    case Edit::kChanged:
+    case EditResult::kChanged:
       FieldsModified = 1;
       TraceChange(text, before, line_);
       break;
-    case Edit::kMoved:
+    case EditResult::kMoved:
       break;
   }
+  edited_ = line_;
   Show();
 }
 
-int FormRun::OffsetOf(const ScreenField& field) const {
-  return &field == field_ ? line_.offset : 0;
+int FormRun::ScrollOffsetOf(const ScreenField& field) const {
+  return &field == field_ ? line_.ScrollOffset : 0;
 }
 
-FormRun::Cursor FormRun::Place() const {
+FormRun::Cursor FormRun::CursorPosition() const {
   return Current() != nullptr
-             ? Cursor{field_->field_row, field_->field_column + line_.cursor - line_.offset}
+             ? Cursor{field_->field_row, field_->field_column + line_.cursor - line_.ScrollOffset}
              : Cursor{0, 0};
 }
 
+bool FormRun::InSight(const ScreenField& field) const {
+  return field.field_row < getmaxy(window()) && field.field_column < getmaxx(window());
+}
+
 // Makes the field the edited one, at its first character. One without a buffer cannot be edited.
-void FormRun::Take(ScreenField* field) {
+void FormRun::SetField(ScreenField* field) {
   field_ = field != nullptr && field->value != nullptr ? field : nullptr;
   if (field_ != nullptr) {
     line_ = {.value = field_->value, .width = field_->width};
     Measure();
+    edited_ = line_;
   }
 }
 
 void FormRun::Measure() {
   const int columns = getmaxx(window());
-  line_.room = VisibleWidth(*field_, columns);
+  line_.visible_width = VisibleWidth(*field_, columns);
   // Right of the first column, up to the last one that the closing mark leaves free.
-  line_.reach = std::min(line_.room, columns - 3 - field_->field_column);
+  line_.reach = std::min(line_.visible_width, columns - 3 - field_->field_column);
 }
 
 // Draws the edited field as it stands and puts the cursor on its character.
 void FormRun::Show() {
   if (Current() != nullptr) {
-    DrawField(window(), *field_, line_.offset);
+    DrawField(window(), *field_, line_.ScrollOffset);
   }
-  const auto [row, column] = Place();
+  const auto [row, column] = CursorPosition();
   wmove(window(), row, column);
 }

@@ -10,30 +10,31 @@
 // handler may open another screen, on a window of its own.
 class FormRun final : public Layer {
  public:
-  // Begins with the first field that may be entered; Adopt then takes over another one.
+  // Begins with the first field that may be entered.
   FormRun(WINDOW* window, ScreenField* table);
 
   // Returns the form that runs on `window`, or null.
-  static FormRun* On(const WINDOW* window);
+  [[nodiscard]] static FormRun* On(const WINDOW* window);
 
-  // Fits the edited field to the width of its line and puts the cursor on its character again.
+  // Fits the edited field to the width of its line and puts the cursor on its character again. What
+  // shows does not depend on the sizes that went before.
   bool LayOut() override;
 
   // The field under the cursor. None while its line is outside the screen: the cursor is then at
   // row 0, column 0, until the line shows again.
   [[nodiscard]] ScreenField* Current() const;
 
-  // Goes to the first character of the field, null for none.
-  void Enter(ScreenField* field);
+  // Moves to the first character of the field, null for none.
+  void MoveTo(ScreenField* field);
 
-  // Goes to the field and character under the window's cursor if others have moved it.
-  void Adopt();
+  // Moves to the field and character under the window's cursor if others have moved it.
+  void FollowCursor();
 
   // Acts on a key in the field under the cursor.
   void EditKey(int key);
 
   // Index of the first character of `field` that shows.
-  [[nodiscard]] int OffsetOf(const ScreenField& field) const;
+  [[nodiscard]] int ScrollOffsetOf(const ScreenField& field) const;
 
  private:
   struct Cursor {
@@ -41,12 +42,14 @@ class FormRun final : public Layer {
     bool operator==(const Cursor&) const = default;
   };
   // Where this form puts the cursor.
-  [[nodiscard]] Cursor Place() const;
-  void Take(ScreenField* field);
+  [[nodiscard]] Cursor CursorPosition() const;
+  [[nodiscard]] bool InSight(const ScreenField& field) const;
+  void SetField(ScreenField* field);
   void Measure();
   void Show();
 
   ScreenField* table_;
-  ScreenField* field_ = nullptr;  // kept while it is out of sight
-  LineEditor line_{nullptr, 0};   // the value of field_
+  ScreenField* field_ = nullptr;   // kept while it is out of sight
+  LineEditor line_{nullptr, 0};    // the value of field_
+  LineEditor edited_{nullptr, 0};  // the same before the terminal was resized
 };

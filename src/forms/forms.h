@@ -15,6 +15,7 @@
 #include <curses.h>
 
 #include <cstdint>
+#include <functional>
 
 // --- Screen tables ---
 
@@ -59,10 +60,10 @@ int FreeScreenFields(ScreenField* table);
 void SetValue(ScreenField* field, const char* text);
 
 // The value of the field, "" when the field is null or has no value buffer.
-const char* Value(const ScreenField* field);
+[[nodiscard]] const char* Value(const ScreenField* field);
 
 // Returns the field called `name`, or null.
-ScreenField* FindField(ScreenField* table, const char* name);
+[[nodiscard]] ScreenField* FindField(ScreenField* table, const char* name);
 
 // --- Drawing ---
 
@@ -71,7 +72,7 @@ ScreenField* FindField(ScreenField* table, const char* name);
 // first enterable field, or at row 0, column 0. Returns the result of the refresh.
 int PaintScreen(WINDOW* window, ScreenField* table, const char* title);
 
-// Goes to the first character of the field, showing the value from there in the form that runs on
+// Moves to the first character of the field, showing the value from there in the form that runs on
 // the window. Returns the curses result of the move; a field outside the window changes nothing.
 int MoveToField(WINDOW* window, ScreenField* field);
 
@@ -84,7 +85,7 @@ void RedrawField(WINDOW* window, const ScreenField* field);
 // Not 0 once the operator has changed a value. The toolkit only ever sets it.
 extern int FieldsModified;
 
-// What a KeyHandler is told: Enter, or the function key Fn as n + 1.
+// The codes of keys for a KeyHandler: Enter is 1, the function key Fn is n + 1.
 enum HandlerCode : int {
   CODE_ENTER = 1,
   CODE_F3 = 4,
@@ -97,9 +98,23 @@ enum HandlerCode : int {
 using KeyHandler = int (*)(WINDOW* window, int code, ScreenField* field);
 
 // Runs the form that PaintScreen has painted on `window` until `handler` ends it. The values stay
-// in the table. A resized terminal is followed as far as the edited field goes; the rest of the
-// screen is up to the layer below (forms/layer.h).
+// in the table. Of a resized terminal's screen only the edited field is drawn; the rest is up to
+// the layer below (forms/layer.h).
 void ProcessWindowData(WINDOW* window, ScreenField* table, KeyHandler handler);
+
+// A form on a window that fills the screen.
+struct FormScreen {
+  const char* operation;  // its name in the trace
+  ScreenField* table;
+  const char* title;  // may be null
+};
+
+// Opens the screen over the window `parent`, lets `prepare` preset its fields, runs its form with
+// `handler`, closes it and shows the parent again. Without `prepare` the fields start empty; when
+// it returns false the form is not shown. Returns 0, or -1 when there is no memory for the window
+// or the fields.
+int RunScreen(const FormScreen& screen, WINDOW* parent, KeyHandler handler,
+              const std::function<bool()>& prepare = nullptr);
 
 // --- List box ---
 

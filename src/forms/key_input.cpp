@@ -1,11 +1,9 @@
 #include "forms/key_input.h"
 
 #include <poll.h>
-#include <termios.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <span>
 
@@ -19,67 +17,54 @@ namespace {
 
 constexpr int kEscape = 27;
 
-// The last key of an escape sequence and what the sequence stands for.
+// The last key of an escape sequence and the code of the key it stands for.
 struct KeyCode {
   char last;
   int code;
 };
 
-constexpr std::array<KeyCode, 4> kAfterBracket{
-    {{'A', KEY_UP}, {'B', KEY_DOWN}, {'C', KEY_RIGHT}, {'D', KEY_LEFT}}};
+// Control Sequence Introducer: Escape [.
+constexpr KeyCode kCsiKeys[] = {{'A', KEY_UP}, {'B', KEY_DOWN}, {'C', KEY_RIGHT}, {'D', KEY_LEFT}};
 
-constexpr std::array<KeyCode, 8> kAfterLetterO{{{'P', KEY_F(1)},
-                                                {'Q', KEY_F(2)},
-                                                {'R', KEY_F(3)},
-                                                {'S', KEY_F(4)},
-                                                {'A', KEY_UP},
-                                                {'B', KEY_DOWN},
-                                                {'C', KEY_RIGHT},
-                                                {'D', KEY_LEFT}}};
+// Single Shift Three: Escape O.
+constexpr KeyCode kSs3Keys[] = {{'P', KEY_F(1)},  {'Q', KEY_F(2)}, {'R', KEY_F(3)},
+                                {'S', KEY_F(4)},  {'A', KEY_UP},   {'B', KEY_DOWN},
+                                {'C', KEY_RIGHT}, {'D', KEY_LEFT}};
 
-constexpr std::array<KeyCode, 9> kAfterEscape{{{'1', KEY_F(1)},
-                                               {'2', KEY_F(2)},
-                                               {'3', KEY_F(3)},
-                                               {'4', KEY_F(4)},
-                                               {'x', KEY_DC},
-                                               {'h', KEY_LEFT},
-                                               {'l', KEY_RIGHT},
-                                               {'k', KEY_UP},
-                                               {'j', KEY_DOWN}}};
+// Escape alone.
+constexpr KeyCode kEscapeKeys[] = {{'1', KEY_F(1)},  {'2', KEY_F(2)}, {'3', KEY_F(3)},
+                                   {'4', KEY_F(4)},  {'x', KEY_DC},   {'h', KEY_LEFT},
+                                   {'l', KEY_RIGHT}, {'k', KEY_UP},   {'j', KEY_DOWN}};
 
-// Returns what a sequence ending in `last` stands for, 0 for nothing.
+// Returns the code of a sequence that ends in `last`, 0 for none.
 int Fold(std::span<const KeyCode> codes, int last) {
   const auto found = std::ranges::find(codes, last, &KeyCode::last);
   return found != codes.end() ? found->code : 0;
 }
 
-// Whether nothing will ever be read again, judged by what poll reported and by the errno of the
-// read after it, which found no key.
+// Whether nothing will ever be read again, judged by the events that poll reported and by the errno
+// of the read after it, which found no key.
 bool TerminalGone(short events, int read_error) {
-  if ((events & (POLLHUP | POLLERR | POLLNVAL)) != 0) {
-    return true;
-  }
-  if ((events & POLLIN) == 0) {
-    return false;
-  }
-  // Input that was announced may vanish from a terminal, flushed by a signal key; anywhere else it
-  // was the end of the file.
+  if ((events & (POLLHUP | POLLERR | POLLNVAL)) != 0) return true;
+  if ((events & POLLIN) == 0) return false;
+  // Input that poll has reported may vanish from a terminal, flushed by a signal key; anywhere else
+  // it was the end of the file.
   const bool passing = read_error == 0 || read_error == EINTR || read_error == EAGAIN;
   return !passing || isatty(STDIN_FILENO) == 0;
 }
 
-// Sleeps until there is input or a signal; the only place where the program does. Returns what poll
-// reports of the input, 0 after a signal.
+// Sleeps until there is input or a signal is delivered. Returns the events that poll reports of the
+// input, 0 after a signal.
 short AwaitInput() {
   pollfd input{STDIN_FILENO, POLLIN, 0};
   const sigset_t mask = KeyWaitMask();
   return ppoll(&input, 1, nullptr, &mask) > 0 ? input.revents : static_cast<short>(0);
 }
 
-// Takes a key that is there, ERR when there is none. Signals come in first, or keys that keep
-// coming would keep them out.
-int TakeKey(WINDOW* window) {
-  AdmitSignals();
+// Reads a key without blocking, ERR when there is none. Signals are delivered first, or keys that
+// keep coming would delay them for ever.
+int ReadAvailableKey(WINDOW* window) {
+  DeliverPendingSignals();
   FollowTerminal();
   errno = 0;
   return wgetch(window);
@@ -87,10 +72,10 @@ int TakeKey(WINDOW* window) {
 
 int WaitForKey(WINDOW* window) {
   wtimeout(window, 0);
-  int key = TakeKey(window);
+  int key = ReadAvailableKey(window);
   while (key == ERR) {
     const short events = AwaitInput();
-    key = TakeKey(window);
+    key = ReadAvailableKey(window);
     if (key == ERR && TerminalGone(events, errno)) {
       Shutdown(0);
     }
@@ -98,62 +83,44 @@ int WaitForKey(WINDOW* window) {
   return key;
 }
 
-int Traced(int key) {
+int TraceKey(int key) {
   TraceFormat("Key: %c, 0X%x received at position(%d,%d)", key, static_cast<unsigned>(key),
               MenuCursorRow, MenuCursorCol);
   return key;
 }
 
-// Reads a key of a sequence. A resized terminal does not tear the sequence: the key that tells of
-// it is put off until its end.
+// Reads a key of a sequence. A resize does not break the sequence: its KEY_RESIZE is put back after
+// the last key.
 int NextInSequence(WINDOW* window, bool& resized) {
   int key = WaitForKey(window);
   while (key == KEY_RESIZE) {
     resized = true;
     key = WaitForKey(window);
   }
-  return Traced(key);
+  return TraceKey(key);
 }
 
 // Reads the rest of a sequence after its Escape. Returns its code, 0 for an unknown one.
 int ReadSequence(WINDOW* window, bool& resized) {
   const int key = NextInSequence(window, resized);
-  if (key == 'O') {
-    return Fold(kAfterLetterO, NextInSequence(window, resized));
-  }
-  if (key == '[') {
-    return Fold(kAfterBracket, NextInSequence(window, resized));
-  }
-  return Fold(kAfterEscape, key);
+  if (key == 'O') return Fold(kSs3Keys, NextInSequence(window, resized));
+  if (key == '[') return Fold(kCsiKeys, NextInSequence(window, resized));
+  return Fold(kEscapeKeys, key);
 }
 
 }  // namespace
 
-void NeverBlockReads() {
-  termios mode{};
-  if (tcgetattr(STDIN_FILENO, &mode) == 0) {
-    mode.c_cc[VMIN] = 0;
-    mode.c_cc[VTIME] = 0;
-    tcsetattr(STDIN_FILENO, TCSANOW, &mode);
-    def_prog_mode();  // or curses would set its own mode again after Ctrl-Z
-  }
-}
-
 int ReadKey(WINDOW* window) {
   for (;;) {
-    const int key = Traced(WaitForKey(window));
-    if (key != kEscape) {
-      return key == KEY_BACKSPACE ? KEY_DC : key;
-    }
+    const int key = TraceKey(WaitForKey(window));
+    if (key != kEscape) return key == KEY_BACKSPACE ? KEY_DC : key;
     TraceLog("escape key hit");
     bool resized = false;
     const int code = ReadSequence(window, resized);
     if (resized) {
       ungetch(KEY_RESIZE);
     }
-    if (code != 0) {
-      return code;
-    }
+    if (code != 0) return code;
     TraceLog("ignoring key");
   }
 }

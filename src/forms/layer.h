@@ -1,7 +1,7 @@
 #pragma once
 
 // What is open on the screen, from the menu up to the topmost box. When the terminal changes its
-// size, all of it is laid out anew; curses takes over a new size there and nowhere else.
+// size, all of it is laid out anew.
 
 #include <curses.h>
 
@@ -35,7 +35,7 @@ class Layer {
   Layer* above_ = nullptr;
 };
 
-// Takes over what has become of the terminal since the last call: lays all layers out and paints
-// the whole screen if it has another size, or came back after the program was stopped. A new size
-// leaves a KEY_RESIZE to be read. To be called right after signals were admitted.
+// Handles a pending resize or continue: lays all layers out for the size that the terminal has now
+// and paints the whole screen. A new size leaves a KEY_RESIZE to be read. To be called right after
+// signals were delivered.
 void FollowTerminal();

@@ -5,67 +5,66 @@
 
 int LineEditor::Length() const { return static_cast<int>(std::strlen(value)); }
 
-Edit LineEditor::Left() {
-  if (cursor > offset) {
+EditResult LineEditor::Left() {
+  if (cursor > ScrollOffset) {
     --cursor;
-    return Edit::kMoved;
+    return EditResult::kMoved;
   }
-  if (offset > 0) {
-    cursor = --offset;
-    return Edit::kMoved;
+  if (ScrollOffset > 0) {
+    cursor = --ScrollOffset;
+    return EditResult::kMoved;
   }
-  return Edit::kNothing;
+  return EditResult::kNothing;
 }
 
-Edit LineEditor::Right() {
+EditResult LineEditor::Right() {
   const int length = Length();
-  if (cursor >= length) {
-    return Edit::kRefused;
-  }
-  if (cursor - offset < reach) {
+  if (cursor >= length) return EditResult::kRefused;
+  if (cursor - ScrollOffset < reach) {
     ++cursor;
-    return Edit::kMoved;
+    return EditResult::kMoved;
   }
   if (cursor + 1 < length) {
     ++cursor;
-    ++offset;
-    return Edit::kMoved;
+    ++ScrollOffset;
+    return EditResult::kMoved;
   }
-  return Edit::kNothing;
+  return EditResult::kNothing;
 }
 
-Edit LineEditor::Type(char character) {
-  if (cursor >= width || cursor > Length()) {
-    return Edit::kRefused;
-  }
+EditResult LineEditor::Type(char character) {
+  if (cursor >= width || cursor > Length()) return EditResult::kRefused;
   value[cursor] = character;
-  if (cursor - offset == room) {
-    ++offset;
+  if (cursor - ScrollOffset == visible_width) {
+    ++ScrollOffset;
   }
   ++cursor;
-  return Edit::kChanged;
+  return EditResult::kChanged;
 }
 
-Edit LineEditor::EraseLeft() {
-  return cursor > offset && cursor <= Length() ? Remove(cursor - 1) : Edit::kRefused;
+EditResult LineEditor::EraseLeft() {
+  return cursor > ScrollOffset && cursor <= Length() ? Remove(cursor - 1) : EditResult::kRefused;
 }
 
-Edit LineEditor::EraseUnder() {
-  return cursor - offset < room && cursor < Length() ? Remove(cursor) : Edit::kRefused;
+EditResult LineEditor::EraseUnder() {
+  return cursor - ScrollOffset < visible_width && cursor < Length() ? Remove(cursor)
+                                                                    : EditResult::kRefused;
 }
 
-Edit LineEditor::Remove(int index) {
+EditResult LineEditor::Remove(int index) {
   const int length = Length();
   std::memmove(value + index, value + index + 1, static_cast<std::size_t>(length - index));
   cursor = index;
-  if (length - 1 <= room) {
-    offset = 0;
+  if (length - 1 <= visible_width) {
+    ScrollOffset = 0;
   }
-  return Edit::kChanged;
+  return EditResult::kChanged;
 }
 
 void LineEditor::Fit() {
   const int length = Length();
-  const int last_place = std::max(cursor < length ? room - 1 : room, 0);
-  offset = length <= room ? 0 : std::max(offset, cursor - last_place);
+  cursor = std::min(cursor, length);
+  const int last_place = std::max(cursor < length ? visible_width - 1 : visible_width, 0);
+  const int fullest = std::max(length - visible_width, 0);
+  ScrollOffset = std::max(std::min(ScrollOffset, fullest), cursor - last_place);
 }

@@ -2,7 +2,9 @@
 #include <array>
 #include <cstdio>
 #include <cstring>
+#include <memory>
 #include <new>
+#include <optional>
 
 #include "forms/box.h"
 #include "forms/forms.h"
@@ -26,43 +28,30 @@ constexpr const char* kTopMarker = "[TOP]       ";
 constexpr const char* kBottomMarker = "[BOTTOM]   ";
 
 // Copies of the texts that a provider gave.
-class ItemTable {
- public:
-  ItemTable() = default;
-  ItemTable(const ItemTable&) = delete;
-  ItemTable& operator=(const ItemTable&) = delete;
-  ~ItemTable() {
-    std::for_each_n(texts_.begin(), count_, [](const char* text) { delete[] text; });
+using ItemTable = std::array<std::unique_ptr<char[]>, kMaxItems>;
+
+// Returns a copy of the first `length` bytes of `text`, null when there is no memory for it.
+std::unique_ptr<char[]> Copy(const char* text, std::size_t length) {
+  std::unique_ptr<char[]> copy(new (std::nothrow) char[length + 1]{});
+  if (copy) {
+    std::memcpy(copy.get(), text, length);
   }
+  return copy;
+}
 
-  // Calls the provider until its end, keeping what there is room for. Returns how many that are.
-  int Gather(ItemProvider provider, ScreenField* field) {
-    while (const char* text = provider(field)) {
-      const auto length = static_cast<int>(strnlen(text, kMaxItemLength));
-      TraceFormat("ListBox Item:  %.*s", length, text);
-      Add(text, static_cast<std::size_t>(length));
-    }
-    return count_;
-  }
-
-  [[nodiscard]] const char* const* texts() const { return texts_.data(); }
-
- private:
-  void Add(const char* text, std::size_t length) {
-    if (count_ == kMaxItems) {
-      return;
-    }
-    char* copy = new (std::nothrow) char[length + 1];
-    if (copy != nullptr) {
-      std::memcpy(copy, text, length);
-      copy[length] = '\0';
-      texts_[static_cast<std::size_t>(count_++)] = copy;
+// Calls the provider until its end and keeps what the table has room for. Returns the number of
+// items kept.
+int Gather(ItemTable& items, ItemProvider provider, ScreenField* field) {
+  std::size_t count = 0;
+  while (const char* text = provider(field)) {
+    const std::size_t length = strnlen(text, kMaxItemLength);
+    TraceFormat("ListBox Item:  %.*s", static_cast<int>(length), text);
+    if (count < items.size() && (items[count] = Copy(text, length)) != nullptr) {
+      ++count;
     }
   }
-
-  std::array<const char*, kMaxItems> texts_{};
-  int count_ = 0;
-};
+  return static_cast<int>(count);
+}
 
 // Which items show, and which of them the cursor marks.
 struct Page {
@@ -96,59 +85,66 @@ void DrawMarker(WINDOW* box, int row, int hidden_items, const char* end_marker) 
   DrawText(box, row, kTextColumn, hidden_items > 0 ? more : end_marker);
 }
 
-class ListBoxLayer final : public Box {
- public:
-  ListBoxLayer() : Box(kBoxRows, kBoxColumns) {}
-
-  void Gather(ItemProvider provider, ScreenField* field) {
-    page_.count = items_.Gather(provider, field);
-  }
-
-  // Lets the operator move through the list. Returns the chosen text, null when the list was left
-  // without a choice.
-  const char* Choose();
-
- private:
-  void Draw() override;
-  void DrawKeys();
-  void DrawPage();
-  void PaintListBox();
-  void Move(int key);
-
-  ItemTable items_;
-  Page page_;
-};
-
-void ListBoxLayer::Draw() {
-  DrawKeys();
-  DrawPage();
-  wmove(window(), page_.row, kTextColumn);
-}
-
-void ListBoxLayer::DrawKeys() {
-  DrawText(window(), kPromptRow, kTextColumn, "Press ENTER after selecting an item");
-  DrawText(window(), kKeyLineRow, kTextColumn, "ENTER=Select  F3=Cancel");
-}
-
-// Draws the items of the page between their markers.
-void ListBoxLayer::DrawPage() {
-  DrawMarker(window(), kTopMarkerRow, page_.top, kTopMarker);
-  const int shown = std::min(kPageSize, page_.count - page_.top);
+// Draws `page_size` of the `count` items from the index `first` on, between their markers.
+void DrawPage(WINDOW* box, const ItemTable& items, int first, int count, int page_size) {
+  DrawMarker(box, kTopMarkerRow, first, kTopMarker);
+  const int shown = std::min(page_size, count - first);
   for (int line = 0; line < shown; ++line) {
-    BlankRow(window(), kFirstItemRow + line, kTextColumn);
-    DrawText(window(), kFirstItemRow + line, kTextColumn, items_.texts()[page_.top + line]);
+    BlankRow(box, kFirstItemRow + line, kTextColumn);
+    DrawText(box, kFirstItemRow + line, kTextColumn,
+             items[static_cast<std::size_t>(first + line)].get());
   }
-  DrawMarker(window(), kFirstItemRow + shown, page_.count - shown - page_.top, kBottomMarker);
+  DrawMarker(box, kFirstItemRow + shown, count - shown - first, kBottomMarker);
 }
 
-void ListBoxLayer::PaintListBox() {
+void PaintListBox(WINDOW* box, const ItemTable& items, int first, int count, int page_size) {
   TraceLog("Enter PaintListBox");
-  DrawPage();
-  wrefresh(window());
+  DrawPage(box, items, first, count, page_size);
+  wrefresh(box);
   TraceLog("Exit PaintListBox");
 }
 
-// Acts on a cursor key, painting the page anew when it has scrolled.
+class ListBoxLayer final : public Box {
+ public:
+  explicit ListBoxLayer(WINDOW* parent) : Box(parent, kBoxRows, kBoxColumns) {}
+
+  // Does what ListBox promises.
+  int Run(ScreenField* field, ItemProvider provider);
+
+ private:
+  void Draw() override {
+    DrawText(window(), kPromptRow, kTextColumn, "Press ENTER after selecting an item");
+    DrawText(window(), kKeyLineRow, kTextColumn, "ENTER=Select  F3=Cancel");
+    DrawPage(window(), items_, page_.top, page_.count, kPageSize);
+    PutCursor();
+  }
+  void PutCursor() { wmove(window(), page_.row, kTextColumn); }
+  void Paint() { PaintListBox(window(), items_, page_.top, page_.count, kPageSize); }
+  void Move(int key);
+  void Store(ScreenField* field);
+
+  ItemTable items_{};
+  Page page_;
+};
+
+int ListBoxLayer::Run(ScreenField* field, ItemProvider provider) {
+  if (!fits()) return -1;
+  page_.count = Gather(items_, provider, field);
+  Draw();
+  Paint();
+  PutCursor();
+  while (const std::optional<int> key = NextKey()) {
+    if (IsEnterKey(*key)) {
+      Store(field);
+      return 0;
+    }
+    if (*key == KEY_F(3)) return 0;
+    Move(*key);
+  }
+  return -1;
+}
+
+// Moves the cursor, painting the page anew when it has scrolled.
 void ListBoxLayer::Move(int key) {
   const int top_before = page_.top;
   if (key == KEY_DOWN) {
@@ -157,26 +153,17 @@ void ListBoxLayer::Move(int key) {
     page_.Up();
   }
   if (page_.top != top_before) {
-    PaintListBox();
+    Paint();
   }
+  PutCursor();
 }
 
-const char* ListBoxLayer::Choose() {
-  DrawKeys();
-  PaintListBox();
-  for (;;) {
-    wmove(window(), page_.row, kTextColumn);
-    wrefresh(window());
-    const int key = ReadBoxKey();
-    if (!open() || key == KEY_F(3) || (IsEnterKey(key) && page_.count == 0)) {
-      return nullptr;
-    }
-    if (IsEnterKey(key)) {
-      FieldsModified = 1;
-      TraceFormat("Cursor position:  (%d,%d)", page_.row, kTextColumn);
-      return items_.texts()[page_.Item()];
-    }
-    Move(key);
+// Stores the item under the cursor in the field; an empty list has none.
+void ListBoxLayer::Store(ScreenField* field) {
+  if (page_.count > 0) {
+    FieldsModified = 1;
+    TraceFormat("Cursor position:  (%d,%d)", page_.row, kTextColumn);
+    SetValue(field, items_[static_cast<std::size_t>(page_.Item())].get());
   }
 }
 
@@ -184,15 +171,5 @@ const char* ListBoxLayer::Choose() {
 
 int ListBox(WINDOW* parent, ScreenField* field, ItemProvider provider) {
   TraceLog("Enter ListBox");
-  ListBoxLayer box;
-  if (!box.open()) {
-    return -1;
-  }
-  box.Gather(provider, field);
-  const char* chosen = box.Choose();
-  box.Close(parent);
-  if (chosen != nullptr) {
-    SetValue(field, chosen);
-  }
-  return box.open() ? 0 : -1;
+  return ListBoxLayer(parent).Run(field, provider);
 }

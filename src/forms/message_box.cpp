@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -82,28 +83,30 @@ void DrawButtons(WINDOW* box, std::span<const Button> buttons) {
 int SlotOfLetter(std::span<const Button> buttons, int key) {
   constexpr int kLowerCaseBit = 0x20;
   for (int slot = FirstSlot(buttons); slot <= kLastSlot; ++slot) {
-    if ((key | kLowerCaseBit) == ButtonIn(buttons, slot).letter) {
-      return slot;
-    }
+    if ((key | kLowerCaseBit) == ButtonIn(buttons, slot).letter) return slot;
   }
   return 0;
 }
 
 class MessageBoxLayer final : public Box {
  public:
-  MessageBoxLayer(std::string_view text, std::span<const Button> buttons)
-      : Box(MBOX_ROWS, MBOX_COLS), text_(text), buttons_(buttons), slot_(FirstSlot(buttons)) {}
+  MessageBoxLayer(WINDOW* parent, std::string_view text, std::span<const Button> buttons)
+      : Box(parent, MBOX_ROWS, MBOX_COLS),
+        text_(text),
+        buttons_(buttons),
+        slot_(FirstSlot(buttons)) {}
 
-  // Lets the operator move between the buttons. Returns the slot of the chosen one, 0 when the box
-  // was closed without a choice.
-  int Choose();
+  // Lets the operator move between the buttons. Returns the slot of the chosen one, or nothing when
+  // the box does not fit on the screen, or no longer does.
+  std::optional<int> Choose();
 
  private:
   void Draw() override {
     DrawMessage(window(), text_);
     DrawButtons(window(), buttons_);
-    wmove(window(), kButtonRow, SlotColumn(slot_));
+    PutCursor();
   }
+  void PutCursor() { wmove(window(), kButtonRow, SlotColumn(slot_)); }
   void Move(int key);
 
   std::string_view text_;
@@ -118,42 +121,31 @@ void MessageBoxLayer::Move(int key) {
   } else if (key == KEY_RIGHT) {
     slot_ = slot_ < kLastSlot ? slot_ + 1 : first;
   }
-  wmove(window(), kButtonRow, SlotColumn(slot_));
+  PutCursor();
 }
 
-int MessageBoxLayer::Choose() {
-  Draw();
-  for (;;) {
-    wrefresh(window());
-    const int key = ReadBoxKey();
-    if (!open()) {
-      return 0;
-    }
-    if (const int chosen = IsEnterKey(key) ? slot_ : SlotOfLetter(buttons_, key); chosen != 0) {
+std::optional<int> MessageBoxLayer::Choose() {
+  if (fits()) {
+    Draw();
+  }
+  while (const std::optional<int> key = NextKey()) {
+    if (const int chosen = IsEnterKey(*key) ? slot_ : SlotOfLetter(buttons_, *key); chosen != 0) {
       return chosen;
     }
-    Move(key);
+    Move(*key);
   }
+  return std::nullopt;
 }
 
 }  // namespace
 
 int MessageBox(WINDOW* parent, const char* text, int type) {
   TraceLog("Enter MessageBox");
-  if (type < MBOX_YESNO || type > MBOX_OKCANCEL) {
-    return -1;
-  }
+  if (type < MBOX_YESNO || type > MBOX_OKCANCEL) return -1;
   const std::span<const Button> buttons = kButtons[static_cast<std::size_t>(type)];
-  MessageBoxLayer box(text, buttons);
-  if (!box.open()) {
-    return -1;
-  }
-  const int slot = box.Choose();
-  box.Close(parent);
-  if (slot == 0) {
-    return -1;
-  }
-  TraceFormat("Message box type: %d, Button selected: %d", type, kLastSlot - slot);
+  const std::optional<int> slot = MessageBoxLayer(parent, text, buttons).Choose();
+  if (!slot) return -1;
+  TraceFormat("Message box type: %d, Button selected: %d", type, kLastSlot - *slot);
   TraceLog("Exit MessageBox");
-  return ButtonIn(buttons, slot).answer;
+  return ButtonIn(buttons, *slot).answer;
 }

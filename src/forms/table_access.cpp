@@ -16,12 +16,8 @@ ScreenField* StartOfLine(ScreenField* field, const ScreenField* first) {
   ScreenField* leftmost = field;
   for (ScreenField* row = field; row > first;) {
     --row;
-    if (!IsEnterable(*row)) {
-      continue;
-    }
-    if (row->field_row != field->field_row) {
-      break;
-    }
+    if (!IsEnterable(*row)) continue;
+    if (row->field_row != field->field_row) break;
     leftmost = row;
   }
   return leftmost;
@@ -45,9 +41,7 @@ bool IsEnterable(const ScreenField& row) {
 
 ScreenField* FindField(ScreenField* table, const char* name) {
   for (ScreenField& row : Rows(table)) {
-    if (row.name != nullptr && std::strcmp(row.name, name) == 0) {
-      return &row;
-    }
+    if (row.name != nullptr && std::strcmp(row.name, name) == 0) return &row;
   }
   return nullptr;
 }
@@ -69,36 +63,24 @@ ScreenField* FirstField(ScreenField* table) {
 }
 
 ScreenField* LastField(ScreenField* table) {
-  ScreenField* last = nullptr;
-  for (ScreenField& row : Rows(table)) {
-    if (IsEnterable(row)) {
-      last = &row;
-    }
-  }
-  return last;
+  const std::span<ScreenField> rows = Rows(table);
+  const auto found = std::find_if(rows.rbegin(), rows.rend(), IsEnterable);
+  return found != rows.rend() ? &*found : nullptr;
 }
 
 ScreenField* NextField(ScreenField* table, ScreenField* current) {
   ScreenField* last = LastField(table);
-  if (last == nullptr) {
-    return current;
-  }
-  if (current == last) {
-    return FirstField(table);
-  }
+  if (last == nullptr) return current;
+  if (current == last) return FirstField(table);
   for (ScreenField* row = current + 1; row <= last; ++row) {
-    if (IsEnterable(*row) && row->field_row != current->field_row) {
-      return row;
-    }
+    if (IsEnterable(*row) && row->field_row != current->field_row) return row;
   }
   return current;
 }
 
 ScreenField* PrevField(ScreenField* table, ScreenField* current) {
   ScreenField* first = FirstField(table);
-  if (first == nullptr) {
-    return current;
-  }
+  if (first == nullptr) return current;
   ScreenField* candidate = first;
   if (current == first) {
     candidate = LastField(table);

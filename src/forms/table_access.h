@@ -1,6 +1,7 @@
 #pragma once
 
-// Walking and searching a screen table. The tables and their rows are described in forms/forms.h.
+// Searching a screen table and moving between its fields. The tables and their rows are described
+// in forms/forms.h.
 
 #include <span>
 
@@ -9,20 +10,26 @@
 // The rows of `table` before its sentinel.
 std::span<ScreenField> Rows(ScreenField* table);
 
-// Whether the row has an input field, and whether the cursor may stop at it.
+// Whether the row has an input field.
 bool HasField(const ScreenField& row);
+
+// Whether the cursor may stop at the row's input field.
 bool IsEnterable(const ScreenField& row);
 
-// Returns the field that covers the window position, the column behind its last one included, or
+// Returns the field that covers the window position, the column after its last one included, or
 // null.
-ScreenField* FindFieldAt(ScreenField* table, int row, int column);
+[[nodiscard]] ScreenField* FindFieldAt(ScreenField* table, int row, int column);
 
-// Return the first and the last enterable row, null when there is none.
-ScreenField* FirstField(ScreenField* table);
-ScreenField* LastField(ScreenField* table);
+// Returns the first enterable row, null when there is none.
+[[nodiscard]] ScreenField* FirstField(ScreenField* table);
 
-// Return the field that Down and Up lead to from `current`: the first one of the next line, or of
-// the previous line, that has enterable fields, wrapping around; where all fields stand on one
-// line, the first of them or `current`.
-ScreenField* NextField(ScreenField* table, ScreenField* current);
-ScreenField* PrevField(ScreenField* table, ScreenField* current);
+// Returns the last enterable row, null when there is none.
+[[nodiscard]] ScreenField* LastField(ScreenField* table);
+
+// Returns the field that Down leads to from `current`: the first one of the next line that has
+// enterable fields, wrapping around; where all fields stand on one line, the first or `current`.
+[[nodiscard]] ScreenField* NextField(ScreenField* table, ScreenField* current);
+
+// Returns the field that Up leads to from `current`: the first one of the previous line that has
+// enterable fields, wrapping around.
+[[nodiscard]] ScreenField* PrevField(ScreenField* table, ScreenField* current);

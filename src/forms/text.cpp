@@ -3,9 +3,7 @@
 #include <cstring>
 
 void DrawText(WINDOW* window, int row, int column, std::string_view text) {
-  if (wmove(window, row, column) == ERR) {
-    return;
-  }
+  if (wmove(window, row, column) == ERR) return;
   for (const char byte : text.substr(0, static_cast<std::size_t>(getmaxx(window) - column))) {
     waddch(window, IsPrintable(byte) ? static_cast<chtype>(byte) : '?');
   }

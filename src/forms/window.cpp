@@ -14,7 +14,7 @@ WindowPtr OpenWindow(int rows, int columns) {
   return window;
 }
 
-bool Place(WINDOW* window, int rows, int columns, int row, int column) {
+bool SetGeometry(WINDOW* window, int rows, int columns, int row, int column) {
   return wresize(window, rows, columns) == OK && mvwin(window, row, column) == OK;
 }
 

@@ -19,10 +19,11 @@ void Frame(WINDOW* window);
 
 // Opens a framed window with keypad translation at the top left of the screen, which it may
 // outgrow; null when it cannot be created.
-WindowPtr OpenWindow(int rows, int columns);
+[[nodiscard]] WindowPtr OpenWindow(int rows, int columns);
 
-// Gives the window this size and place, which lie within the screen. Returns whether that worked.
-bool Place(WINDOW* window, int rows, int columns, int row, int column);
+// Resizes the window and moves it to (row, column) of the screen, within which it must lie. Returns
+// whether that worked.
+bool SetGeometry(WINDOW* window, int rows, int columns, int row, int column);
 
 // Shows `window` again whole after a window over it is gone. Returns the result of the refresh.
 int Restore(WINDOW* window);

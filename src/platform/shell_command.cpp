@@ -13,9 +13,7 @@ void RunShellCommand(const char* command) {
                                        const_cast<char*>("trap '' TSTP; eval \"$0\""),
                                        const_cast<char*>(command), nullptr};
   pid_t shell = 0;
-  if (posix_spawn(&shell, "/bin/sh", nullptr, nullptr, arguments.data(), environ) != 0) {
-    return;
-  }
+  if (posix_spawn(&shell, "/bin/sh", nullptr, nullptr, arguments.data(), environ) != 0) return;
   while (waitpid(shell, nullptr, 0) < 0 && errno == EINTR) {
   }
 }

@@ -1,7 +1,7 @@
 #include <string>
 
 #include "config/evseccfg.h"
-#include "screens/form_screen.h"
+#include "screens/screen_common.h"
 #include "screens/screens.h"
 #include "shell/shell_state.h"
 #include "shell/trace_log.h"
@@ -12,9 +12,7 @@ namespace {
 int ConfirmAndDelete(WINDOW* win, const WLNSRec& key) {
   const std::string question =
       std::string("Delete node <") + key.nodemask + "> userid <" + key.usermask + "> ?";
-  if (!Confirm(win, question.c_str())) {
-    return kStay;
-  }
+  if (!Confirm(win, question.c_str())) return kStay;
   if (WLNSDeleteRec(&key) != 0) {
     TraceLog("WLNSDeleteRec failed");
   }
@@ -36,12 +34,8 @@ int RemoveRecord(WINDOW* win) {
     ShowNoStorage(win);
     return kClose;
   }
-  if (*key->nodemask == '\0') {
-    return Refuse(win, "Node name mask is missing", kStay);
-  }
-  if (*key->usermask == '\0') {
-    return Refuse(win, "Userid mask is missing", kStay);
-  }
+  if (*key->nodemask == '\0') return Refuse(win, "Node name mask is missing", kStay);
+  if (*key->usermask == '\0') return Refuse(win, "Userid mask is missing", kStay);
   if (WLNSGetRec(key.get()) != 0) {
     ShowNotFound(win, *key);
     return kStay;
@@ -51,19 +45,18 @@ int RemoveRecord(WINDOW* win) {
 
 constexpr FormScreen kDeleteForm{.operation = "DelCfg",
                                  .table = SelectScreen,
-                                 .title = "Halvorn Event Node Security Maintenance - Delete",
-                                 .handler = DelCfgKeys,
-                                 .on_enter = RemoveRecord,
-                                 .on_cancel = CloseScreen,
-                                 .provider = SelCfgItem};
+                                 .title = "Halvorn Event Node Security Maintenance - Delete"};
+
+constexpr ScreenKeys kDeleteKeys{
+    .on_enter = RemoveRecord, .on_cancel = CloseScreen, .provider = SelCfgItem};
 
 }  // namespace
 
-int DelCfg(WINDOW* parent) { return RunFormScreen(kDeleteForm, parent); }
+int DelCfg(WINDOW* parent) { return RunScreen(kDeleteForm, parent, DelCfgKeys); }
 
 int DelCfgKeys(WINDOW* win, int code, ScreenField* field) {
   TraceLog("Enter DelCfgKeys");
-  const int result = HandleFormKey(kDeleteForm, win, code, field);
+  const int result = HandleScreenKey(kDeleteForm, kDeleteKeys, win, code, field);
   TraceLog("Exit DelCfgKeys");
   return result;
 }

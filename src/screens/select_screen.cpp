@@ -1,7 +1,7 @@
 #include <cstring>
 
 #include "config/evseccfg.h"
-#include "screens/form_screen.h"
+#include "screens/screen_common.h"
 #include "screens/screens.h"
 #include "shell/trace_log.h"
 
@@ -27,19 +27,18 @@ constinit WLNSRec* listing_rest = nullptr;
 
 constexpr FormScreen kSelectionForm{.operation = "SelectCfg",
                                     .table = SelectScreen,
-                                    .title = "Halvorn Event Node Security Maintenance - Selection",
-                                    .handler = SelCfgKeys,
-                                    .on_enter = OpenRecord,
-                                    .on_cancel = CloseScreen,
-                                    .provider = SelCfgItem};
+                                    .title = "Halvorn Event Node Security Maintenance - Selection"};
+
+constexpr ScreenKeys kSelectionKeys{
+    .on_enter = OpenRecord, .on_cancel = CloseScreen, .provider = SelCfgItem};
 
 }  // namespace
 
-int SelectCfg(WINDOW* parent) { return RunFormScreen(kSelectionForm, parent); }
+int SelectCfg(WINDOW* parent) { return RunScreen(kSelectionForm, parent, SelCfgKeys); }
 
 int SelCfgKeys(WINDOW* win, int code, ScreenField* field) {
   TraceLog("Enter SelCfgKeys");
-  const int result = HandleFormKey(kSelectionForm, win, code, field);
+  const int result = HandleScreenKey(kSelectionForm, kSelectionKeys, win, code, field);
   TraceLog("Exit SelCfgKeys");
   return result;
 }

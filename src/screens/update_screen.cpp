@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "config/evseccfg.h"
-#include "screens/form_screen.h"
+#include "screens/screen_common.h"
 #include "screens/screens.h"
 #include "shell/shell_state.h"
 #include "shell/shutdown.h"
@@ -69,70 +69,44 @@ bool PrepareToChange(WINDOW* parent, const char* nodeMask, const char* useridMas
 }
 
 bool PrepareFields(WINDOW* parent, const char* nodeMask, const char* useridMask) {
-  if (*nodeMask != '\0') {
-    return PrepareToChange(parent, nodeMask, useridMask);
-  }
+  if (*nodeMask != '\0') return PrepareToChange(parent, nodeMask, useridMask);
   PrepareToAdd();
   return true;
 }
 
 // --- Checking and storing ---
 
-struct MaskMessages {
-  const char* missing;
-  const char* question_mark;
-  const char* comma;  // would end the mask when the file is read again
-  const char* embedded_star;
-};
-
-constexpr MaskMessages kNodeMessages{
-    .missing = "Node name is missing",
-    .question_mark = "\"?\" not allowed in node name mask",
-    .comma = "\",\" not allowed in node name mask",
-    .embedded_star = "Imbedded \"*\" not allowed in node name mask"};
-
-constexpr MaskMessages kUseridMessages{
-    .missing = "userid mask is missing",
-    .question_mark = "\"?\" not allowed in userid mask",
-    .comma = "\",\" not allowed in userid mask",
-    .embedded_star = "Imbedded \"*\" not allowed in userid mask"};
-
-// Returns what is wrong with the mask, null when nothing is: of several characters that it may not
-// hold the leftmost counts.
-const char* MaskMessage(std::string_view mask, const MaskMessages& messages) {
-  if (mask.empty()) {
-    return messages.missing;
-  }
+// Returns what is wrong with a mask, "" when nothing is: of several characters that it may not hold
+// the leftmost counts. A comma would end the mask when the file is read again.
+std::string MaskMessage(std::string_view mask, const char* missing, const char* name) {
+  if (mask.empty()) return missing;
   const std::size_t at = mask.find_first_of("?,*");
-  if (at == std::string_view::npos || (mask[at] == '*' && at + 1 == mask.size())) {
-    return nullptr;
-  }
-  return mask[at] == '?'   ? messages.question_mark
-         : mask[at] == ',' ? messages.comma
-                           : messages.embedded_star;
+  if (at == std::string_view::npos || (mask[at] == '*' && at + 1 == mask.size())) return "";
+  return std::string(mask[at] == '*' ? "Imbedded \"" : "\"") + mask[at] + "\" not allowed in " +
+         name;
 }
 
 char ToUpper(char letter) {
   return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
 }
 
-// Turns the mode in the field to upper case and returns what is wrong with it, or null.
-const char* ModeMessage(WINDOW* win, ScreenField* field) {
-  if (*Value(field) == '\0') {
-    return "Security Mode is missing";
+// Turns the mode in the field to upper case.
+void RaiseMode(WINDOW* win, ScreenField* field) {
+  if (*Value(field) != '\0') {
+    std::transform(field->value, field->value + field->width, field->value, ToUpper);
+    RedrawField(win, field);
   }
-  std::transform(field->value, field->value + field->width, field->value, ToUpper);
-  RedrawField(win, field);
-  return IsModeLetter(*field->value) ? nullptr : "Security Mode is invalid";
 }
 
-// Reports what is wrong with a field and puts the cursor on it; true when nothing is and `message`
-// is null.
-bool PassOrReport(WINDOW* win, ScreenField* field, const char* message) {
-  if (message == nullptr) {
-    return true;
-  }
-  MessageBox(win, message, MBOX_OK);
+const char* ModeMessage(const char* mode) {
+  if (*mode == '\0') return "Security Mode is missing";
+  return IsModeLetter(*mode) ? "" : "Security Mode is invalid";
+}
+
+// Returns whether the message is empty. Otherwise reports it and puts the cursor on the field.
+bool NothingWrong(WINDOW* win, ScreenField* field, const std::string& message) {
+  if (message.empty()) return true;
+  MessageBox(win, message.c_str(), MBOX_OK);
   if (field != nullptr) {
     MoveToField(win, field);
   }
@@ -143,20 +117,21 @@ bool CheckFields(WINDOW* win) {
   ScreenField* node = Field("node");
   ScreenField* userid = Field("userid");
   ScreenField* mode = Field("mode");
-  return PassOrReport(win, node, MaskMessage(Value(node), kNodeMessages)) &&
-         PassOrReport(win, userid, MaskMessage(Value(userid), kUseridMessages)) &&
-         PassOrReport(win, mode, ModeMessage(win, mode));
+  if (!NothingWrong(win, node,
+                    MaskMessage(Value(node), "Node name is missing", "node name mask")) ||
+      !NothingWrong(win, userid,
+                    MaskMessage(Value(userid), "userid mask is missing", "userid mask"))) {
+    return false;
+  }
+  RaiseMode(win, mode);
+  return NothingWrong(win, mode, ModeMessage(Value(mode)));
 }
 
 // --- Keys ---
 
 int StoreRecord(WINDOW* win) {
-  if (RootAuthority == 0) {
-    return kClose;
-  }
-  if (UpdCfgData(win) != 0) {
-    return kStay;
-  }
+  if (RootAuthority == 0) return kClose;
+  if (UpdCfgData(win) != 0) return kStay;
   const std::string message = std::string("Configuration for node <") + Value(Field("node")) +
                               "> user <" + Value(Field("userid")) + "> successfully updated";
   MessageBox(win, message.c_str(), MBOX_OK);
@@ -169,11 +144,10 @@ int CancelUpdate(WINDOW* win) {
 
 constexpr FormScreen kUpdateForm{.operation = "UpdCfg",
                                  .table = UpdateScreen,
-                                 .title = "Halvorn Event Node Security Maintenance",
-                                 .handler = UpdCfgKeys,
-                                 .on_enter = StoreRecord,
-                                 .on_cancel = CancelUpdate,
-                                 .provider = AddCfgItem};
+                                 .title = "Halvorn Event Node Security Maintenance"};
+
+constexpr ScreenKeys kUpdateKeys{
+    .on_enter = StoreRecord, .on_cancel = CancelUpdate, .provider = AddCfgItem};
 
 }  // namespace
 
@@ -184,29 +158,21 @@ int AddCfg(WINDOW* parent) {
 
 int UpdCfg(WINDOW* parent, const char* nodeMask, const char* useridMask) {
   FieldsModified = 0;
-  OpenScreen opened(kUpdateForm, parent);
-  if (!opened.complete()) {
-    return -1;
-  }
-  if (PrepareFields(parent, nodeMask, useridMask)) {
-    opened.Run();
-  }
-  return opened.Close();
+  return RunScreen(kUpdateForm, parent, UpdCfgKeys,
+                   [=] { return PrepareFields(parent, nodeMask, useridMask); });
 }
 
 int UpdCfgKeys(WINDOW* win, int code, ScreenField* field) {
   TraceLog("Enter UpdCfgKeys");
   TraceFormat("Key received: %d", code);
-  const int result = HandleFormKey(kUpdateForm, win, code, field);
+  const int result = HandleScreenKey(kUpdateForm, kUpdateKeys, win, code, field);
   TraceLog("Exit UpdCfgKeys");
   return result;
 }
 
 int UpdCfgData(WINDOW* win) {
   TraceLog("Enter UpdCfgData");
-  if (!CheckFields(win)) {
-    return -1;
-  }
+  if (!CheckFields(win)) return -1;
   const RecordPtr record = NewRecord(Value(Field("node")), Value(Field("userid")));
   if (!record) {
     ShowNoStorage(win);
@@ -227,9 +193,7 @@ const char* AddCfgItem(ScreenField* field) {
   static constinit char item[10] = {};
 
   TraceLog("Enter AddCfgItem");
-  if (field->name == nullptr || std::strcmp(field->name, "mode") != 0) {
-    return nullptr;
-  }
+  if (field->name == nullptr || std::strcmp(field->name, "mode") != 0) return nullptr;
   CopyText(item, ModeNames[position++]);
   if (*item == '\0') {
     position = 0;

@@ -34,13 +34,12 @@ const MenuEntry* Above(const MenuEntry* entry) {
   return entry->row > MainMenu->row ? entry - 1 : LastMenuEntry;
 }
 
-// Draws the menu with the first entry marked and the cursor on it if it lies within the screen, and
-// notes which entry is the last.
+// Draws the menu with the first entry highlighted and the cursor on it if it lies within the
+// screen.
 void DrawMenu(WINDOW* window, const MenuEntry* menu, const char* title) {
   DrawTitle(window, title);
   for (const MenuEntry* entry = menu; entry->col != kTableEnd; ++entry) {
     DrawEntry(window, *entry);
-    LastMenuEntry = entry;
   }
   HighlightEntry(menu);
   DrawText(window, LINES - 2, kKeyLineColumn, "ENTER=Select  F3=Quit");
@@ -51,6 +50,10 @@ void DrawMenu(WINDOW* window, const MenuEntry* menu, const char* title) {
 
 int PaintMenu(WINDOW* window, const MenuEntry* menu, const char* title) {
   DrawMenu(window, menu, title);
+  LastMenuEntry = menu;
+  while (LastMenuEntry[1].col != kTableEnd) {
+    ++LastMenuEntry;
+  }
   return wrefresh(window);
 }
 
@@ -66,9 +69,7 @@ int RunEntryAction(WINDOW* window, const MenuEntry* entry) { return entry->actio
 
 const MenuEntry* FindMenuEntry(const MenuEntry* menu, int row, int col) {
   for (const MenuEntry* entry = menu; entry->row != kTableEnd; ++entry) {
-    if (entry->row == row && entry->col == col) {
-      return entry;
-    }
+    if (entry->row == row && entry->col == col) return entry;
   }
   return nullptr;
 }
@@ -78,11 +79,11 @@ int QuitCfg(WINDOW* /*window*/) { Shutdown(0); }
 bool MenuLayer::LayOut() {
   Frame(window());
   DrawMenu(window(), MainMenu, kMenuTitle);
-  if (highlighted_ != MainMenu) {  // as if moved to: over the key line where there is no other room
+  if (entry_ != MainMenu) {  // as if moved to: over the key line where there is no other room
     UnhighlightEntry(MainMenu);
-    HighlightEntry(highlighted_);
-    if (wmove(window(), highlighted_->row, highlighted_->col) == ERR) {
-      wmove(window(), 0, 0);  // on no entry
+    HighlightEntry(entry_);
+    if (wmove(window(), entry_->row, entry_->col) == ERR) {
+      wmove(window(), 0, 0);
     }
   }
   return true;
@@ -95,29 +96,33 @@ void MenuLayer::Run() {
     if (key == KEY_F(3)) {
       Shutdown(0);
     }
-    if (FindMenuEntry(MainMenu, getcury(window()), getcurx(window())) != nullptr) {
+    if (Current() != nullptr) {
       HandleKey(key);
-      wmove(window(), highlighted_->row, highlighted_->col);
+      wmove(window(), entry_->row, entry_->col);
     }
     wrefresh(window());
   }
 }
 
+const MenuEntry* MenuLayer::Current() const {
+  return FindMenuEntry(MainMenu, getcury(window()), getcurx(window()));
+}
+
 void MenuLayer::HandleKey(int key) {
   if (IsEnterKey(key)) {
-    RunEntryAction(window(), highlighted_);
+    RunEntryAction(window(), entry_);
   } else if (key == KEY_DOWN) {
-    MoveTo(Below(highlighted_));
+    MoveTo(Below(entry_));
   } else if (key == KEY_UP) {
-    MoveTo(Above(highlighted_));
+    MoveTo(Above(entry_));
   }
 }
 
-// Moves highlight and cursor; an entry outside the screen gets neither.
+// Moves the highlight; an entry outside the screen does not get it.
 void MenuLayer::MoveTo(const MenuEntry* entry) {
   if (wmove(window(), entry->row, entry->col) == OK) {
-    UnhighlightEntry(highlighted_);
+    UnhighlightEntry(entry_);
     HighlightEntry(entry);
-    highlighted_ = entry;
+    entry_ = entry;
   }
 }

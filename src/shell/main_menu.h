@@ -17,7 +17,7 @@ struct MenuEntry {
 
 extern const MenuEntry MainMenu[];
 
-// The last entry of the menu painted last, null before.
+// The last entry of the menu that PaintMenu has painted last, null before.
 extern const MenuEntry* LastMenuEntry;
 
 // Paints title, entries and key line of `menu`, which has at least one entry, on `window`, with the
@@ -25,15 +25,17 @@ extern const MenuEntry* LastMenuEntry;
 // result of the refresh.
 int PaintMenu(WINDOW* window, const MenuEntry* menu, const char* title);
 
-// Redraw the entry's text on the standard screen in standout, respectively normal, video.
+// Redraws the entry's text on the standard screen in standout video.
 void HighlightEntry(const MenuEntry* entry);
+
+// Redraws the entry's text on the standard screen in normal video.
 void UnhighlightEntry(const MenuEntry* entry);
 
 // Runs the entry's action with `window` and returns its result.
 int RunEntryAction(WINDOW* window, const MenuEntry* entry);
 
 // Returns the entry of `menu` that starts at (row, col), or null.
-const MenuEntry* FindMenuEntry(const MenuEntry* menu, int row, int col);
+[[nodiscard]] const MenuEntry* FindMenuEntry(const MenuEntry* menu, int row, int col);
 
 // The entry "Quit": shuts the program down and never returns.
 int QuitCfg(WINDOW* window);
@@ -51,8 +53,11 @@ class MenuLayer final : public Layer {
   [[noreturn]] void Run();
 
  private:
+  // The entry under the cursor, which is the highlighted one; none while that is outside the
+  // screen.
+  [[nodiscard]] const MenuEntry* Current() const;
   void HandleKey(int key);
   void MoveTo(const MenuEntry* entry);
 
-  const MenuEntry* highlighted_ = MainMenu;
+  const MenuEntry* entry_ = MainMenu;  // kept while it is outside the screen
 };

@@ -1,26 +1,31 @@
 #pragma once
 
-// The signals that the program lives with. All but SIGXFSZ, which it ignores, are blocked except
-// where it waits for a key, so that none cuts the rewriting of a file, a trace line or a call of
-// curses in half, and their handlers may do whatever they like.
+// Signals. Those that the program handles are blocked except while it waits for a key, so that none
+// interrupts the rewriting of a file, a trace line or a call of curses, and their handlers may call
+// any function.
 
 #include <csignal>
 
-// Blocks them until further notice. Called once, first thing at start-up.
-void HoldSignals();
+// Blocks the signals that the program handles. Called once, first thing at start-up.
+void BlockSignals();
 
-// Installs their handlers: SIGINT shuts the program down; SIGTERM, SIGHUP, SIGQUIT and SIGTSTP,
-// unless they are ignored, restore the terminal and then have their ordinary effect; SIGCONT and
-// SIGWINCH are noted, SIGXFSZ is ignored. Called once, before curses is started, which then leaves
-// them alone: its own handlers take over sizes unasked, and throw a held SIGTSTP away.
-void CatchSignals();
+// Installs the handlers. SIGINT shuts the program down. SIGTERM, SIGHUP, SIGQUIT and SIGTSTP,
+// unless they are ignored, restore the terminal and then have their default action. SIGCONT and
+// SIGWINCH are noted for TakeTerminalChange. SIGXFSZ is ignored: a write beyond the limit on file
+// sizes is to fail. Called once, before curses is started, which then installs no handlers of its
+// own: those would resize at any time and discard a pending SIGTSTP.
+void InstallHandlers();
 
-// Lets in those that wait, now.
-void AdmitSignals();
+// Delivers the pending signals.
+void DeliverPendingSignals();
 
-// The signal mask of the wait for a key, to be handed to ppoll: the present one without them.
+// Stops the program for as long as it is a background job, as shells expect of a job that is about
+// to use the terminal. Signals are delivered meanwhile.
+void AwaitForeground();
+
+// The signal mask while waiting for a key, for ppoll: the present one with these signals unblocked.
 [[nodiscard]] sigset_t KeyWaitMask();
 
-// Whether the terminal may have another size, content or mode than at the last call: it was
-// resized, or the program was stopped for a while.
+// Returns whether the terminal may have another size, content or mode than at the last call: it was
+// resized, or the program was stopped and continued. Awaits the foreground before it says so.
 [[nodiscard]] bool TakeTerminalChange();

@@ -5,10 +5,12 @@
 #include <gtest/gtest.h>
 #include <sys/mman.h>
 
+#include "forms/forms.h"
 #include "forms/key_input.h"
 #include "forms/table_access.h"
-#include "screens/form_screen.h"
+#include "forms/window.h"
 #include "shell/signals.h"
+#include "shell/terminal.h"
 #include "shell/trace_log.h"
 #include "support/keys.h"
 #include "support/terminal_session.h"
@@ -32,13 +34,10 @@ inline std::unique_ptr<TerminalSession> Start(const Body& body,
                                               const TerminalOptions& options = {}) {
   auto terminal = TerminalSession::Call(
       [&body] {
-        HoldSignals();
+        BlockSignals();
         StartTrace();
-        CatchSignals();
-        initscr();
-        cbreak();
-        noecho();
-        NeverBlockReads();
+        InstallHandlers();
+        StartTerminal();
         return body();
       },
       options);
@@ -52,7 +51,11 @@ using Action = std::function<int(WINDOW* window, ScreenField* field)>;
 inline Action on_f2;
 inline std::string noted;
 
+inline ScreenField* form_table = nullptr;  // of the form that runs
+inline std::string left_value;             // what its first field held at Enter
+
 inline int Handle(WINDOW* window, int code, ScreenField* field) {
+  if (code == CODE_ENTER) left_value = Value(form_table);
   if (code == 3 && on_f2) {
     const int result = on_f2(window, field);
     noted += std::to_string(result) + " ";
@@ -67,11 +70,11 @@ inline int Handle(WINDOW* window, int code, ScreenField* field) {
 inline Body RunForm(ScreenField* table, const std::string& value, const Action& action = {}) {
   return [=] {
     on_f2 = action;
-    const FormScreen screen{"", table, nullptr, Handle, nullptr, nullptr, nullptr};
-    OpenScreen opened(screen, stdscr);
-    SetValue(FirstField(table), value.c_str());
-    opened.Run();
-    return noted + Value(table) + (FieldsModified != 0 ? "*" : "");
+    ScreenField* const below = std::exchange(form_table, table);
+    RunScreen({"Form", table, nullptr}, stdscr, Handle,
+              [&] { return SetValue(FirstField(table), value.c_str()), true; });
+    form_table = below;
+    return noted + left_value + (FieldsModified != 0 ? "*" : "");
   };
 }
 
