@@ -34,20 +34,17 @@ constexpr unsigned char kBlank = ' ';
 // kind that cannot be. After every other error its records may be there all the same.
 constexpr int kNoFile[] = {ENOENT, ENOTDIR, ELOOP, ENAMETOOLONG, EACCES, EPERM, ENXIO, ENODEV};
 
-#ifdef HAVE_UNLOCKED_STDIO
+#ifdef HAVE_FGETS_UNLOCKED
 constexpr auto* ReadLine = fgets_unlocked;
-constexpr auto* WriteText = fwrite_unlocked;
 #else
 constexpr auto* ReadLine = std::fgets;
-constexpr auto* WriteText = std::fwrite;
 #endif
 
 // The read cursor: the stream of the scan under way, null between scans.
 constinit std::FILE* read_cursor = nullptr;
 
-// The buffers of the streams; larger ones than usual save most of the system calls.
+// The buffer of the stream; a larger one than usual saves most of the system calls.
 constinit char read_buffer[16384] = {};
-constinit char write_buffer[16384] = {};
 
 // The error that ended the last scan early, 0 for none.
 constinit int read_error = 0;
@@ -131,30 +128,22 @@ void Fill(WLNSRec& rec, const Fields& fields) {
   rec.mode = fields.mode;
 }
 
-// Room for the longest line of a record and a terminating zero.
-using RecordLine = char[kRecordPrefix.size() + sizeof WLNSRec::nodemask + sizeof WLNSRec::usermask +
-                        sizeof WLNSRec::mode + 2];
-
-// Puts the line of the record into `line`, a missing mode as nothing. Returns its length in bytes.
-std::size_t Format(const WLNSRec& rec, RecordLine& line) {
-  char* end = std::ranges::copy(kRecordPrefix, line).out;
-  end = stpcpy(end, rec.nodemask);
-  *end++ = ',';
-  end = stpcpy(end, rec.usermask);
-  *end++ = ',';
-  *end = rec.mode;
-  end += rec.mode != '\0' ? 1 : 0;
-  *end++ = '\n';
-  return static_cast<std::size_t>(end - line);
-}
-
-std::size_t TextSize(const WLNSRec* list) {
-  RecordLine line;
-  std::size_t size = kComments.size();
+// Returns the text of a file that holds the records of `list`. A missing mode is written as
+// nothing.
+std::string FileText(const WLNSRec* list) {
+  std::size_t most = kComments.size();
   for (const WLNSRec* rec = list; rec != nullptr; rec = rec->next) {
-    size += Format(*rec, line);
+    most += sizeof *rec;  // more than its line has
   }
-  return size;
+  std::string text;
+  text.reserve(most);
+  text = kComments;
+  for (; list != nullptr; list = list->next) {
+    text.append(kRecordPrefix).append(list->nodemask).append(",");
+    text.append(list->usermask).append(",");
+    text.append(&list->mode, list->mode != '\0' ? 1 : 0).append("\n");
+  }
+  return text;
 }
 
 // Reserves room for `size` bytes in a file, whose content and size stay; truncating it releases
@@ -177,39 +166,32 @@ int Reserve(int file, std::size_t size) {
   return 0;
 }
 
-struct FileCloser {
-  void operator()(std::FILE* file) const noexcept { (void)std::fclose(file); }
-};
-using FilePtr = std::unique_ptr<std::FILE, FileCloser>;
-
-// Opens the file, or makes a new one, and empties it if there is room for `size` bytes. Returns 0
-// with the stream in `file`, or the error number.
-int OpenForWriting(const char* path, std::size_t size, FilePtr& file) {
-  const int descriptor = open(path, O_WRONLY | O_CREAT, 0666);
-  if (descriptor < 0) return errno;
-  file.reset(fdopen(descriptor, "w"));
-  if (!file) {
-    (void)close(descriptor);
-    return ENOMEM;
+// Owns an open file.
+struct Descriptor {
+  explicit Descriptor(int opened) : number(opened) {}
+  ~Descriptor() {
+    if (number >= 0) {
+      (void)close(number);
+    }
   }
-  (void)std::setvbuf(file.get(), write_buffer, _IOFBF, sizeof write_buffer);
-  if (const int error = Reserve(descriptor, size); error != 0) return error;
-  // A file that is not a regular one, such as a device, cannot be truncated and need not be.
-  return ftruncate(descriptor, 0) == 0 || errno == EINVAL ? 0 : errno;
-}
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
 
-// Replaces the content of the file. Returns 0, with the records released as they are written, or
-// the error number of the open. An error of writing is not reported: the text ends there.
-int ReplaceFile(const char* path, std::size_t size, RecordList& list) {
+  const int number;
+};
+
+// Replaces the content of the file, or makes a new one. Returns 0 or the error number of the open.
+// An error of writing is not reported: the text ends there.
+int ReplaceFile(const char* path, std::string_view text) {
   const SignalBlocker blocker;
-  FilePtr file;
-  if (const int error = OpenForWriting(path, size, file); error != 0) return error;
-  bool written = WriteText(kComments.data(), 1, kComments.size(), file.get()) == kComments.size();
-  RecordLine line;
-  while (const RecordPtr rec{list.head}) {
-    list.head = rec->next;
-    const std::size_t length = Format(*rec, line);
-    written = written && WriteText(line, 1, length, file.get()) == length;
+  const Descriptor file(open(path, O_WRONLY | O_CREAT, 0666));
+  if (file.number < 0) return errno;
+  if (const int error = Reserve(file.number, text.size()); error != 0) return error;
+  // A file that is not a regular one, such as a device, cannot be truncated and need not be.
+  if (ftruncate(file.number, 0) != 0 && errno != EINVAL) return errno;
+  ssize_t written = 0;
+  while (!text.empty() && (written = write(file.number, text.data(), text.size())) > 0) {
+    text.remove_prefix(static_cast<std::size_t>(written));
   }
   return 0;
 }
@@ -232,15 +214,15 @@ void MakeDirectory(const char* dir) {
   RunShellCommand(("mkdir " + ShellQuoted(dir) + " 2>/dev/null").c_str());
 }
 
-int RewriteFile(RecordList& list) {
+int RewriteFile(const WLNSRec* list) {
   char dir[kPathSize];
   char path[kPathSize];
   if (!GetPaths(dir, path)) return kNoConfigPath;
-  const std::size_t size = TextSize(list.head);
-  int result = ReplaceFile(path, size, list);
+  const std::string text = FileText(list);
+  int result = ReplaceFile(path, text);
   if (result == ENOENT) {
     MakeDirectory(dir);
-    result = ReplaceFile(path, size, list);
+    result = ReplaceFile(path, text);
   }
   return result;
 }
@@ -302,10 +284,10 @@ void WLNSEndRead() {
 }
 
 int WLNSWriteRecs(WLNSRec* list) {
-  RecordList records(list);
+  const RecordList records(list);
   if (geteuid() != 0) return kRefused;
   try {
-    return RewriteFile(records);
+    return RewriteFile(list);
   } catch (const std::bad_alloc&) {
     return ENOMEM;
   }
