@@ -1,7 +1,7 @@
 #pragma once
 
-// Runs `command` with the system's command interpreter and waits for its end; whether it worked is
-// not told. Unlike std::system it does not ignore SIGINT meanwhile, which would throw away an
-// interrupt that is blocked and waiting. Ctrl-Z does not stop the command: the program, which waits
-// with that signal blocked, could not follow.
+// Runs `command` with the system's command interpreter and waits for its end; its exit status is
+// ignored. Unlike std::system it does not ignore SIGINT meanwhile, which would discard a pending
+// interrupt. Ctrl-Z does not stop the command: the program, which waits with SIGTSTP blocked, could
+// not stop with it.
 void RunShellCommand(const char* command);

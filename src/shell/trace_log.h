@@ -16,8 +16,8 @@ extern int DebugTrace;
 // SetLogFileName replaces it, nothing else frees it.
 extern char* LogFileName;
 
-// The result of the last open. The stream behind it is closed again and must not be used: not null
-// only says that the trace file has been opened in this run, so that the next line is appended.
+// The result of the last open. The stream is closed again and must not be used: not null only says
+// that the trace file has been opened in this run, so that the next line is appended.
 extern std::FILE* LogFile;
 
 // Makes a copy of `name` the path of the trace file.
