@@ -22,7 +22,7 @@ static int ChangeA(WINDOW* window, ScreenField* field) {
 }
 static int RunAnother(WINDOW* window, ScreenField* /*field*/) {
   RunForm(form + 1, "", on_f2)();
-  return Restore(window);
+  return ShowAgain(window);
 }
 
 TEST(FormEngine, KeysHandlersAndNewSizesActOnTheFieldUnderTheCursor) {

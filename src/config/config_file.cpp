@@ -10,7 +10,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <new>
 #include <string>
 #include <string_view>
@@ -86,7 +85,7 @@ bool OpenReadCursor() {
   return true;
 }
 
-// Returns the record line without what trimming takes off; nothing when it is another line.
+// Returns the line trimmed; empty when it is not a record line.
 std::string_view Trimmed(std::string_view line) {
   line.remove_prefix(std::min(line.find_first_not_of(' '), line.size()));
   while (!line.empty() && static_cast<unsigned char>(line.back()) <= kBlank) {
@@ -146,9 +145,9 @@ std::string FileText(const WLNSRec* list) {
   return text;
 }
 
-// Reserves room for `size` bytes in a file, whose content and size stay; truncating it releases
-// what is not needed. Returns 0, also where nothing can be reserved, or the error number when there
-// is no such room.
+// Allocates disk space for `size` bytes of the file, whose content and size stay; ftruncate
+// releases what is not used. Returns 0, also where the file system cannot do that, or the error
+// number when there is no space.
 int Reserve(int file, std::size_t size) {
   rlimit limit{};
   if (getrlimit(RLIMIT_FSIZE, &limit) == 0 && limit.rlim_cur < size) {
@@ -158,7 +157,7 @@ int Reserve(int file, std::size_t size) {
   if (fallocate(file, FALLOC_FL_KEEP_SIZE, 0, static_cast<off_t>(size)) != 0 &&
       (errno == ENOSPC || errno == EDQUOT || errno == EFBIG)) {
     const int error = errno;
-    // Part of the room may have been reserved.
+    // Part of the space may have been allocated.
     [[maybe_unused]] const int cut = ftruncate(file, lseek(file, 0, SEEK_END));
     return error;
   }
@@ -166,34 +165,27 @@ int Reserve(int file, std::size_t size) {
   return 0;
 }
 
-// Owns an open file.
-struct Descriptor {
-  explicit Descriptor(int opened) : number(opened) {}
-  ~Descriptor() {
-    if (number >= 0) {
-      (void)close(number);
-    }
-  }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-
-  const int number;
-};
-
-// Replaces the content of the file, or makes a new one. Returns 0 or the error number of the open.
-// An error of writing is not reported: the text ends there.
-int ReplaceFile(const char* path, std::string_view text) {
-  const SignalBlocker blocker;
-  const Descriptor file(open(path, O_WRONLY | O_CREAT, 0666));
-  if (file.number < 0) return errno;
-  if (const int error = Reserve(file.number, text.size()); error != 0) return error;
+// Replaces the content of an open file. Returns 0, or the error number when there is no space for
+// the text; an error of the writing itself is ignored: the text ends there.
+int ReplaceContent(int file, std::string_view text) {
+  if (const int error = Reserve(file, text.size()); error != 0) return error;
   // A file that is not a regular one, such as a device, cannot be truncated and need not be.
-  if (ftruncate(file.number, 0) != 0 && errno != EINVAL) return errno;
+  if (ftruncate(file, 0) != 0 && errno != EINVAL) return errno;
   ssize_t written = 0;
-  while (!text.empty() && (written = write(file.number, text.data(), text.size())) > 0) {
+  while (!text.empty() && (written = write(file, text.data(), text.size())) > 0) {
     text.remove_prefix(static_cast<std::size_t>(written));
   }
   return 0;
+}
+
+// Replaces the content of the file, or makes a new one. Returns 0 or an error number.
+int ReplaceFile(const char* path, std::string_view text) {
+  const SignalBlocker blocker;
+  const int file = open(path, O_WRONLY | O_CREAT, 0666);
+  if (file < 0) return errno;
+  const int result = ReplaceContent(file, text);
+  (void)close(file);
+  return result;
 }
 
 // Quotes `path` for the shell: whatever it holds stays one argument, and never an option.

@@ -16,8 +16,8 @@ inline constexpr int kPathSize = 256;  // bytes of a path buffer, its terminatin
 
 // Returns the next record whose masks equal the given ones, an empty (not null) mask matching all,
 // or null when there is none left, the file cannot be read or memory runs out. The caller owns the
-// record. Successive calls scan the file from its top. A match on two non-empty masks and a null
-// result end the scan, so that the next call starts another: give both masks or call until null.
+// record. Successive calls scan the file from its top. A scan ends at a match on two non-empty
+// masks and with a null result; the next call starts another: give both masks or call until null.
 [[nodiscard]] WLNSRec* WLNSReadRec(const char* nodeMask, const char* useridMask);
 
 // Returns the error that ended the last scan early or kept it from beginning: ENOMEM, or the error
@@ -31,9 +31,9 @@ void WLNSEndRead();
 // Rewrites the file with the records of `list` (null for none), creating the node's directory when
 // it is missing. Takes the list over: every record is released whatever the outcome.
 // Returns 0, kRefused when the effective user id is not 0, kNoConfigPath, ENOMEM, or the error
-// number of opening the file for writing. A file that has no room for the new text does not open:
-// ENOSPC, EDQUOT or EFBIG, and it is as it was, or empty if it is new. Errors of the writing itself
-// are ignored. All signals are blocked while the file is open.
+// number of opening the file for writing; ENOSPC, EDQUOT or EFBIG when there is no space for the
+// new text. The file is then as it was, or empty if it is new. Errors of the writing itself are
+// ignored. All signals are blocked while the file is open.
 [[nodiscard]] int WLNSWriteRecs(WLNSRec* list);
 
 // Trims a line in place: blanks at its front, and blanks and control characters at its end. A line

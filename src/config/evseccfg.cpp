@@ -20,8 +20,6 @@ bool NamesPair(const WLNSRec* rec) {
   return rec != nullptr && *rec->nodemask != '\0' && *rec->usermask != '\0';
 }
 
-bool IsMode(char mode) { return mode == 'D' || mode == 'E' || mode == 'W'; }
-
 // Appends the record at the null link `end` of a list. Returns the new end.
 WLNSRec** Append(WLNSRec** end, RecordPtr rec) {
   *end = rec.release();
@@ -85,7 +83,7 @@ int WLNSGetRec(WLNSRec* rec) {
 }
 
 int WLNSUpdateRec(const WLNSRec* rec) {
-  if (!NamesPair(rec) || !IsMode(rec->mode)) return kRefused;
+  if (!NamesPair(rec) || kModes.find(rec->mode) == kModes.npos) return kRefused;
   RecordList list;
   WLNSRec** link = LoadAndFind(list, *rec);
   if (link == nullptr) return WLNSReadError();

@@ -15,7 +15,7 @@
 [[nodiscard]] int WLNSGetRec(WLNSRec* rec);
 
 // Gives the record with the masks of `rec` its mode, or appends `rec` to the file. Returns kRefused
-// also when `rec` is null, one of its masks is empty or its mode is not 'D', 'E' or 'W'.
+// also when `rec` is null, one of its masks is empty or its mode is none of kModes.
 [[nodiscard]] int WLNSUpdateRec(const WLNSRec* rec);
 
 // Removes the record with the masks of `rec`; its mode is not looked at. Returns kRefused also when

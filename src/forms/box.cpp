@@ -1,23 +1,18 @@
 #include "forms/box.h"
 
-#include <utility>
-
 #include "forms/key_input.h"
 
 Box::Box(WINDOW* parent, int rows, int columns)
-    : Box(parent, rows, columns, OpenWindow(rows, columns)) {}
-
-Box::Box(WINDOW* parent, int rows, int columns, WindowPtr window)
-    : Layer(window.get()),
+    : Layer(OpenWindow(rows, columns).release()),
       parent_(parent),
       rows_(rows),
       columns_(columns),
-      owned_(std::move(window)),
+      owned_(window()),
       fits_(owned_ != nullptr && Centre()) {}
 
 Box::~Box() {
   owned_.reset();
-  Restore(parent_);
+  ShowAgain(parent_);
 }
 
 bool Box::Centre() {
@@ -31,7 +26,7 @@ bool Box::LayOut() {
     Frame(window());
     Draw();
   } else {
-    // The key that ends the box is still read through it, which must not show it again.
+    // NextKey is still waiting with this window: wgetch would show it again.
     SetGeometry(window(), 1, 1, 0, 0);
     untouchwin(window());
   }

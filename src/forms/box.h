@@ -8,8 +8,8 @@
 #include "forms/window.h"
 
 // A box of fixed size over the window `parent`, which is shown again at its end. One that does not
-// fit on the screen is not shown; once a terminal that shrinks leaves no room for it, it stays
-// gone.
+// fit on the screen is not shown; one that no longer fits after a resize is not shown again either
+// when the terminal grows.
 class Box : public Layer {
  public:
   bool LayOut() final;
@@ -28,7 +28,6 @@ class Box : public Layer {
   virtual void Draw() = 0;
 
  private:
-  Box(WINDOW* parent, int rows, int columns, WindowPtr window);
   bool Centre();
 
   WINDOW* parent_;

@@ -6,6 +6,8 @@
 #include "forms/table_access.h"
 #include "shell/trace_log.h"
 
+constinit int FieldsModified = 0;
+
 namespace {
 
 // Returns a zero-filled buffer, null when there is no memory for it.

@@ -7,8 +7,6 @@
 #include "forms/table_access.h"
 #include "shell/trace_log.h"
 
-constinit int FieldsModified = 0;
-
 namespace {
 
 // Returns the code of the key for a KeyHandler, or nothing when the engine handles the key itself.

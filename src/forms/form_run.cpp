@@ -29,7 +29,7 @@ EditResult ApplyKey(LineEditor& line, int key) {
     case KEY_DC:
       return line.EraseUnder();
     default:
-      const int character = key & kLowByte;
+      const int character = key & kLowByte;  // a function key without a meaning here types it
       return IsPrintable(character) ? line.Type(static_cast<char>(character))
                                     : EditResult::kNothing;
   }
@@ -72,9 +72,9 @@ FormRun* FormRun::On(const WINDOW* window) {
 
 bool FormRun::LayOut() {
   if (Current() != nullptr) {
-    line_ = edited_;
+    line_ = unfitted_;
     Measure();
-    if (line_.visible_width != edited_.visible_width) {
+    if (line_.visible_width != unfitted_.visible_width) {
       line_.Fit();
     }
   }
@@ -103,7 +103,7 @@ void FormRun::FollowCursor() {
   const int shown_at = at.column - field_->field_column;
   if (shown_at <= line_.visible_width) {
     line_.cursor = line_.ScrollOffset + shown_at;
-    edited_ = line_;
+    unfitted_ = line_;
   } else {
     SetField(field_);
   }
@@ -135,7 +135,7 @@ void FormRun::EditKey(int key) {
     case EditResult::kMoved:
       break;
   }
-  edited_ = line_;
+  unfitted_ = line_;
   Show();
 }
 
@@ -159,7 +159,7 @@ void FormRun::SetField(ScreenField* field) {
   if (field_ != nullptr) {
     line_ = {.value = field_->value, .width = field_->width};
     Measure();
-    edited_ = line_;
+    unfitted_ = line_;
   }
 }
 

@@ -43,7 +43,7 @@ int RunScreen(const FormScreen& screen, WINDOW* parent, KeyHandler handler,
   FreeScreenFields(screen.table);
   if (!complete) return -1;
   noecho();  // whatever the screen did, keys are not to show on the next one
-  Restore(parent);
+  ShowAgain(parent);
   TraceFormat("Exit %s", screen.operation);
   return 0;
 }

@@ -49,7 +49,8 @@ extern ScreenTable SelectScreen;  // the selection and delete forms: fields "nod
 
 // Gives every field of `table` an empty value buffer and every FLD_DYNLABEL row an empty label of
 // kDynamicLabelSize bytes. Returns 0, or -1 at the first allocation that fails: rows before it keep
-// their buffers. Either way FreeScreenFields releases them, and must before the next allocation.
+// their buffers. FreeScreenFields releases them and must be called before the next
+// AllocScreenFields.
 int AllocScreenFields(ScreenField* table);
 
 // Releases what AllocScreenFields gave to `table`. Returns 0.
@@ -76,7 +77,7 @@ int PaintScreen(WINDOW* window, ScreenField* table, const char* title);
 // the window. Returns the curses result of the move; a field outside the window changes nothing.
 int MoveToField(WINDOW* window, ScreenField* field);
 
-// Draws the field anew after its value was changed, scrolled as it stands, and refreshes the
+// Draws the field anew after its value was changed, at its present scroll offset, and refreshes the
 // window. The cursor stays.
 void RedrawField(WINDOW* window, const ScreenField* field);
 
@@ -98,8 +99,8 @@ enum HandlerCode : int {
 using KeyHandler = int (*)(WINDOW* window, int code, ScreenField* field);
 
 // Runs the form that PaintScreen has painted on `window` until `handler` ends it. The values stay
-// in the table. Of a resized terminal's screen only the edited field is drawn; the rest is up to
-// the layer below (forms/layer.h).
+// in the table. After a resize the form draws the edited field only; a layer below it
+// (forms/layer.h) draws the rest, as the one of RunScreen does.
 void ProcessWindowData(WINDOW* window, ScreenField* table, KeyHandler handler);
 
 // A form on a window that fills the screen.
@@ -111,8 +112,9 @@ struct FormScreen {
 
 // Opens the screen over the window `parent`, lets `prepare` preset its fields, runs its form with
 // `handler`, closes it and shows the parent again. Without `prepare` the fields start empty; when
-// it returns false the form is not shown. Returns 0, or -1 when there is no memory for the window
-// or the fields.
+// it returns false the form is not shown, as it must be after a box, during which the screen was
+// not resized. Open screens must not share a table. Returns 0, or -1 when there is no memory for
+// the window or the fields.
 int RunScreen(const FormScreen& screen, WINDOW* parent, KeyHandler handler,
               const std::function<bool()>& prepare = nullptr);
 

@@ -1,6 +1,7 @@
 #include "forms/key_input.h"
 
 #include <poll.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -37,7 +38,7 @@ constexpr KeyCode kEscapeKeys[] = {{'1', KEY_F(1)},  {'2', KEY_F(2)}, {'3', KEY_
                                    {'l', KEY_RIGHT}, {'k', KEY_UP},   {'j', KEY_DOWN}};
 
 // Returns the code of a sequence that ends in `last`, 0 for none.
-int Fold(std::span<const KeyCode> codes, int last) {
+int CodeOf(std::span<const KeyCode> codes, int last) {
   const auto found = std::ranges::find(codes, last, &KeyCode::last);
   return found != codes.end() ? found->code : 0;
 }
@@ -49,8 +50,8 @@ bool TerminalGone(short events, int read_error) {
   if ((events & POLLIN) == 0) return false;
   // Input that poll has reported may vanish from a terminal, flushed by a signal key; anywhere else
   // it was the end of the file.
-  const bool passing = read_error == 0 || read_error == EINTR || read_error == EAGAIN;
-  return !passing || isatty(STDIN_FILENO) == 0;
+  const bool transient = read_error == 0 || read_error == EINTR || read_error == EAGAIN;
+  return !transient || isatty(STDIN_FILENO) == 0;
 }
 
 // Sleeps until there is input or a signal is delivered. Returns the events that poll reports of the
@@ -61,13 +62,30 @@ short AwaitInput() {
   return ppoll(&input, 1, nullptr, &mask) > 0 ? input.revents : static_cast<short>(0);
 }
 
+// Sets how many bytes a read of the terminal waits for, 0 or 1.
+void SetLeastInput(cc_t bytes) {
+  termios mode{};
+  if (tcgetattr(STDIN_FILENO, &mode) == 0) {
+    mode.c_cc[VMIN] = bytes;
+    tcsetattr(STDIN_FILENO, TCSANOW, &mode);
+  }
+}
+
 // Reads a key without blocking, ERR when there is none. Signals are delivered first, or keys that
 // keep coming would delay them for ever.
 int ReadAvailableKey(WINDOW* window) {
   DeliverPendingSignals();
   FollowTerminal();
+  // Input that poll has reported can be flushed by the INTR, QUIT and SUSP characters; a blocking
+  // read would then wait for the next key with all signals blocked. The mode is not kept: a shell
+  // that found it after SIGSTOP or SIGKILL would take it for the end of its input.
+  SetLeastInput(0);
   errno = 0;
-  return wgetch(window);
+  const int key = wgetch(window);
+  const int read_error = errno;
+  SetLeastInput(1);
+  errno = read_error;
+  return key;
 }
 
 int WaitForKey(WINDOW* window) {
@@ -103,9 +121,9 @@ int NextInSequence(WINDOW* window, bool& resized) {
 // Reads the rest of a sequence after its Escape. Returns its code, 0 for an unknown one.
 int ReadSequence(WINDOW* window, bool& resized) {
   const int key = NextInSequence(window, resized);
-  if (key == 'O') return Fold(kSs3Keys, NextInSequence(window, resized));
-  if (key == '[') return Fold(kCsiKeys, NextInSequence(window, resized));
-  return Fold(kEscapeKeys, key);
+  if (key == 'O') return CodeOf(kSs3Keys, NextInSequence(window, resized));
+  if (key == '[') return CodeOf(kCsiKeys, NextInSequence(window, resized));
+  return CodeOf(kEscapeKeys, key);
 }
 
 }  // namespace

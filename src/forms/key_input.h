@@ -8,7 +8,7 @@ inline constexpr int KEY_NEWLINE = 10;  // Enter, as curses delivers the carriag
 
 inline bool IsEnterKey(int key) { return key == KEY_NEWLINE || key == KEY_ENTER; }
 
-// Waits for a key with `window` refreshed and having the input focus, and returns its curses code.
+// Refreshes `window`, as wgetch does, waits for a key and returns its curses code.
 // Escape sequences of the arrow and function keys, and Escape followed by 1 to 4, h, j, k, l or x,
 // come back as the key they stand for, Backspace as KEY_DC; Escape itself is never returned.
 // Signals are delivered and a resized terminal is followed meanwhile. Shuts the program down when

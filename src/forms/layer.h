@@ -5,8 +5,8 @@
 
 #include <curses.h>
 
-// Something that shows on a window for as long as it lives. Layers end in the reverse order of
-// their beginning and leave their windows to their owners.
+// Something that shows on a window for as long as it lives. Layers are destroyed in the
+// reverse order of their construction and leave their windows to their owners.
 class Layer {
  public:
   Layer(const Layer&) = delete;
@@ -27,7 +27,7 @@ class Layer {
   virtual ~Layer() { *LinkTo(this) = above_; }
 
  private:
-  // The link that leads to `layer`, null being the place above the topmost one.
+  // Returns the pointer to `layer` in the list; for null, the null pointer at its end.
   static Layer** LinkTo(const Layer* layer);
 
   static Layer* bottom;
@@ -36,6 +36,7 @@ class Layer {
 };
 
 // Handles a pending resize or continue: lays all layers out for the size that the terminal has now
-// and paints the whole screen. A new size leaves a KEY_RESIZE to be read. To be called right after
-// signals were delivered.
+// and paints the whole screen. The lowest layer must clear its window (wclear), which clears the
+// terminal. A new size leaves a KEY_RESIZE to be read. To be called right after signals were
+// delivered.
 void FollowTerminal();

@@ -104,17 +104,21 @@ void PaintListBox(WINDOW* box, const ItemTable& items, int first, int count, int
   TraceLog("Exit PaintListBox");
 }
 
+void DrawFrameTexts(WINDOW* box) {
+  DrawText(box, kPromptRow, kTextColumn, "Press ENTER after selecting an item");
+  DrawText(box, kKeyLineRow, kTextColumn, "ENTER=Select  F3=Cancel");
+}
+
 class ListBoxLayer final : public Box {
  public:
   explicit ListBoxLayer(WINDOW* parent) : Box(parent, kBoxRows, kBoxColumns) {}
 
-  // Does what ListBox promises.
+  // Runs the box for ListBox, whose result it returns.
   int Run(ScreenField* field, ItemProvider provider);
 
  private:
   void Draw() override {
-    DrawText(window(), kPromptRow, kTextColumn, "Press ENTER after selecting an item");
-    DrawText(window(), kKeyLineRow, kTextColumn, "ENTER=Select  F3=Cancel");
+    DrawFrameTexts(window());
     DrawPage(window(), items_, page_.top, page_.count, kPageSize);
     PutCursor();
   }
@@ -130,7 +134,7 @@ class ListBoxLayer final : public Box {
 int ListBoxLayer::Run(ScreenField* field, ItemProvider provider) {
   if (!fits()) return -1;
   page_.count = Gather(items_, provider, field);
-  Draw();
+  DrawFrameTexts(window());
   Paint();
   PutCursor();
   while (const std::optional<int> key = NextKey()) {

@@ -18,7 +18,7 @@ bool SetGeometry(WINDOW* window, int rows, int columns, int row, int column) {
   return wresize(window, rows, columns) == OK && mvwin(window, row, column) == OK;
 }
 
-int Restore(WINDOW* window) {
+int ShowAgain(WINDOW* window) {
   touchwin(window);
   return wrefresh(window);
 }

@@ -17,8 +17,8 @@ inline constexpr chtype kHorizontalBorder = '-';
 // Clears the window and draws its border.
 void Frame(WINDOW* window);
 
-// Opens a framed window with keypad translation at the top left of the screen, which it may
-// outgrow; null when it cannot be created.
+// Opens a framed window with keypad translation at the top left; it may be larger than the
+// screen. Null when it cannot be created.
 [[nodiscard]] WindowPtr OpenWindow(int rows, int columns);
 
 // Resizes the window and moves it to (row, column) of the screen, within which it must lie. Returns
@@ -26,4 +26,4 @@ void Frame(WINDOW* window);
 bool SetGeometry(WINDOW* window, int rows, int columns, int row, int column);
 
 // Shows `window` again whole after a window over it is gone. Returns the result of the refresh.
-int Restore(WINDOW* window);
+int ShowAgain(WINDOW* window);

@@ -24,7 +24,7 @@ struct ScreenKeys {
 int HandleScreenKey(const FormScreen& screen, const ScreenKeys& keys, WINDOW* win, int code,
                     ScreenField* field);
 
-// Leaves the screen: F3 where nothing can be lost. Returns kClose.
+// Returns kClose: F3 in screens that hold no unsaved changes.
 int CloseScreen(WINDOW* win);
 
 // Asks `question` in a box over `parent`, traces the answer and returns whether it is yes.

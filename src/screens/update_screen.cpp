@@ -1,7 +1,8 @@
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
+#include <functional>
 #include <iterator>
-#include <span>
 #include <string>
 #include <string_view>
 
@@ -20,14 +21,11 @@ ScreenField* Field(const char* name) { return FindField(UpdateScreen, name); }
 
 // --- Modes ---
 
-constexpr std::span<const char* const> kModeWords(ModeNames, std::size(ModeNames) - 1);
-
-bool IsModeLetter(char letter) {
-  return std::ranges::any_of(kModeWords, [letter](const char* word) { return *word == letter; });
+// Returns the word for a record's mode; a letter that is none of the three counts as a warning.
+const char* ModeWord(char letter) {
+  const auto last = std::end(ModeNames) - 2;
+  return *std::find_if(ModeNames, last, [letter](const char* word) { return *word == letter; });
 }
-
-// The word for a record's mode; a letter that is none of the three counts as a warning.
-const char* ModeWord(char letter) { return kModeWords[letter == 'D' ? 0 : letter == 'E' ? 1 : 2]; }
 
 // --- Opening ---
 
@@ -76,14 +74,17 @@ bool PrepareFields(WINDOW* parent, const char* nodeMask, const char* useridMask)
 
 // --- Checking and storing ---
 
-// Returns what is wrong with a mask, "" when nothing is: of several characters that it may not hold
-// the leftmost counts. A comma would end the mask when the file is read again.
-std::string MaskMessage(std::string_view mask, const char* missing, const char* name) {
+// Returns what is wrong with a mask, null when nothing is; the text is valid until the next call.
+// Of several characters that the mask may not hold the leftmost counts. A comma would end it when
+// the file is read again.
+const char* MaskMessage(std::string_view mask, const char* missing, const char* name) {
+  static constinit char message[50] = {};
   if (mask.empty()) return missing;
   const std::size_t at = mask.find_first_of("?,*");
-  if (at == std::string_view::npos || (mask[at] == '*' && at + 1 == mask.size())) return "";
-  return std::string(mask[at] == '*' ? "Imbedded \"" : "\"") + mask[at] + "\" not allowed in " +
-         name;
+  if (at == std::string_view::npos || (mask[at] == '*' && at + 1 == mask.size())) return nullptr;
+  (void)std::snprintf(message, sizeof message, "%s\"%c\" not allowed in %s",
+                      mask[at] == '*' ? "Imbedded " : "", mask[at], name);
+  return message;
 }
 
 char ToUpper(char letter) {
@@ -100,31 +101,31 @@ void RaiseMode(WINDOW* win, ScreenField* field) {
 
 const char* ModeMessage(const char* mode) {
   if (*mode == '\0') return "Security Mode is missing";
-  return IsModeLetter(*mode) ? "" : "Security Mode is invalid";
+  return kModes.find(*mode) != kModes.npos ? nullptr : "Security Mode is invalid";
 }
 
-// Returns whether the message is empty. Otherwise reports it and puts the cursor on the field.
-bool NothingWrong(WINDOW* win, ScreenField* field, const std::string& message) {
-  if (message.empty()) return true;
-  MessageBox(win, message.c_str(), MBOX_OK);
+// Reports a message that is not null and puts the cursor on the field. Returns whether it did.
+bool ReportIfWrong(WINDOW* win, ScreenField* field, const char* message) {
+  if (message == nullptr) return false;
+  MessageBox(win, message, MBOX_OK);
   if (field != nullptr) {
     MoveToField(win, field);
   }
-  return false;
+  return true;
 }
 
 bool CheckFields(WINDOW* win) {
   ScreenField* node = Field("node");
   ScreenField* userid = Field("userid");
   ScreenField* mode = Field("mode");
-  if (!NothingWrong(win, node,
+  if (ReportIfWrong(win, node,
                     MaskMessage(Value(node), "Node name is missing", "node name mask")) ||
-      !NothingWrong(win, userid,
+      ReportIfWrong(win, userid,
                     MaskMessage(Value(userid), "userid mask is missing", "userid mask"))) {
     return false;
   }
   RaiseMode(win, mode);
-  return NothingWrong(win, mode, ModeMessage(Value(mode)));
+  return !ReportIfWrong(win, mode, ModeMessage(Value(mode)));
 }
 
 // --- Keys ---
@@ -158,8 +159,8 @@ int AddCfg(WINDOW* parent) {
 
 int UpdCfg(WINDOW* parent, const char* nodeMask, const char* useridMask) {
   FieldsModified = 0;
-  return RunScreen(kUpdateForm, parent, UpdCfgKeys,
-                   [=] { return PrepareFields(parent, nodeMask, useridMask); });
+  const auto prepare = [=] { return PrepareFields(parent, nodeMask, useridMask); };
+  return RunScreen(kUpdateForm, parent, UpdCfgKeys, std::ref(prepare));  // which allocates nothing
 }
 
 int UpdCfgKeys(WINDOW* win, int code, ScreenField* field) {

@@ -79,7 +79,7 @@ int QuitCfg(WINDOW* /*window*/) { Shutdown(0); }
 bool MenuLayer::LayOut() {
   Frame(window());
   DrawMenu(window(), MainMenu, kMenuTitle);
-  if (entry_ != MainMenu) {  // as if moved to: over the key line where there is no other room
+  if (entry_ != MainMenu) {  // as MoveTo leaves it: drawn after the key line, which it may cover
     UnhighlightEntry(MainMenu);
     HighlightEntry(entry_);
     if (wmove(window(), entry_->row, entry_->col) == ERR) {
@@ -96,8 +96,8 @@ void MenuLayer::Run() {
     if (key == KEY_F(3)) {
       Shutdown(0);
     }
-    if (Current() != nullptr) {
-      HandleKey(key);
+    if (const MenuEntry* current = Current(); current != nullptr) {
+      HandleKey(current, key);
       wmove(window(), entry_->row, entry_->col);
     }
     wrefresh(window());
@@ -108,17 +108,17 @@ const MenuEntry* MenuLayer::Current() const {
   return FindMenuEntry(MainMenu, getcury(window()), getcurx(window()));
 }
 
-void MenuLayer::HandleKey(int key) {
+void MenuLayer::HandleKey(const MenuEntry* current, int key) {
   if (IsEnterKey(key)) {
-    RunEntryAction(window(), entry_);
+    RunEntryAction(window(), current);
   } else if (key == KEY_DOWN) {
-    MoveTo(Below(entry_));
+    MoveTo(Below(current));
   } else if (key == KEY_UP) {
-    MoveTo(Above(entry_));
+    MoveTo(Above(current));
   }
 }
 
-// Moves the highlight; an entry outside the screen does not get it.
+// Moves highlight and cursor to the entry unless it lies outside the screen.
 void MenuLayer::MoveTo(const MenuEntry* entry) {
   if (wmove(window(), entry->row, entry->col) == OK) {
     UnhighlightEntry(entry_);

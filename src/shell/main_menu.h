@@ -53,11 +53,10 @@ class MenuLayer final : public Layer {
   [[noreturn]] void Run();
 
  private:
-  // The entry under the cursor, which is the highlighted one; none while that is outside the
-  // screen.
+  // The entry under the cursor; none while the highlighted one is outside the screen.
   [[nodiscard]] const MenuEntry* Current() const;
-  void HandleKey(int key);
+  void HandleKey(const MenuEntry* current, int key);
   void MoveTo(const MenuEntry* entry);
 
-  const MenuEntry* entry_ = MainMenu;  // kept while it is outside the screen
+  const MenuEntry* entry_ = MainMenu;  // the highlighted one
 };

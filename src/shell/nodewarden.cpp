@@ -15,10 +15,10 @@
 
 int main(int argc, char** argv) {
   BlockSignals();
-  RunShellCommand("clear");
-  ParseArgs(argc, argv);
   InstallHandlers();
   AwaitForeground();
+  RunShellCommand("clear");
+  ParseArgs(argc, argv);
   StartTerminal();
   const auto user = static_cast<int>(geteuid());
   if (user != 0) {

@@ -1,6 +1,6 @@
 #pragma once
 
-// Ends the program with status 0: puts the cursor into the bottom-left corner, ends curses and
-// clears the terminal, which a job in the background leaves alone. Also the handler of SIGINT;
-// `signal_number` is not used.
+// Ends the program with status 0. In the foreground it first moves the cursor to the bottom-left
+// corner, ends curses and clears the terminal. Also the handler of SIGINT; `signal_number` is not
+// used.
 [[noreturn]] void Shutdown(int signal_number);

@@ -3,23 +3,49 @@
 #include <termios.h>
 #include <unistd.h>
 
-#include <array>
-#include <cerrno>
-
 #include "shell/shutdown.h"
 #include "shell/terminal.h"
 
 namespace {
 
-constexpr std::array kHandled{SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGTSTP, SIGCONT, SIGWINCH};
-
 volatile std::sig_atomic_t terminal_changed = 0;
+
+void NoteChange(int /*number*/) { terminal_changed = 1; }
+
+// Restores the terminal and takes the default action of the signal: ends the program, or stops it
+// until it is continued.
+void TakeDefaultAction(int number) {
+  EndTerminal();
+  struct sigaction by_default {};
+  by_default.sa_handler = SIG_DFL;
+  struct sigaction handled {};
+  sigaction(number, &by_default, &handled);
+  (void)raise(number);
+  DeliverPendingSignals();
+  // The default action does not end process 1 of a PID namespace. 128 + number is what shells
+  // report for a process that a signal has ended.
+  if (number != SIGTSTP) _exit(128 + number);
+  sigaction(number, &handled, nullptr);
+  terminal_changed = 1;  // also where the stop was discarded: orphaned process group, process 1
+}
+
+struct HandledSignal {
+  int number;
+  void (*handler)(int);
+  bool unless_ignored;  // by the program that started this one
+};
+
+constexpr HandledSignal kHandled[] = {
+    {SIGINT, Shutdown, false},          {SIGTERM, TakeDefaultAction, true},
+    {SIGHUP, TakeDefaultAction, true},  {SIGQUIT, TakeDefaultAction, true},
+    {SIGTSTP, TakeDefaultAction, true}, {SIGCONT, NoteChange, false},
+    {SIGWINCH, NoteChange, false}};
 
 sigset_t HandledSignals() {
   sigset_t handled;
   sigemptyset(&handled);
-  for (const int number : kHandled) {
-    sigaddset(&handled, number);
+  for (const HandledSignal& handled_signal : kHandled) {
+    sigaddset(&handled, handled_signal.number);
   }
   return handled;
 }
@@ -29,48 +55,21 @@ void ChangeMask(int how) {
   sigprocmask(how, &handled, nullptr);
 }
 
-// The handler runs with all handled signals blocked.
-void Install(int number, void (*handler)(int)) {
-  struct sigaction action {};
-  action.sa_handler = handler;
-  action.sa_mask = HandledSignals();
-  sigaction(number, &action, nullptr);
-}
-
-void NoteChange(int /*number*/) { terminal_changed = 1; }
-
-// Restores the terminal and takes the default action of the signal: ends the program, or stops it
-// until it is continued.
-void TakeDefaultAction(int number) {
-  EndTerminal();
-  (void)std::signal(number, SIG_DFL);
-  (void)std::raise(number);
-  DeliverPendingSignals();
-  if (number != SIGTSTP) {
-    // The first process of a container does not end by default. This status is what shells make of
-    // an end by a signal.
-    _exit(128 + number);
-  }
-  Install(number, TakeDefaultAction);
-  terminal_changed = 1;
-}
-
 }  // namespace
 
 void BlockSignals() { ChangeMask(SIG_BLOCK); }
 
 void InstallHandlers() {
-  Install(SIGINT, Shutdown);
-  for (const int number : {SIGTERM, SIGHUP, SIGQUIT, SIGTSTP}) {
-    struct sigaction inherited {};
-    sigaction(number, nullptr, &inherited);
-    if (inherited.sa_handler != SIG_IGN) {
-      Install(number, TakeDefaultAction);
-    }
+  for (const auto& [number, handler, unless_ignored] : kHandled) {
+    struct sigaction action {};
+    sigaction(number, nullptr, &action);
+    if (unless_ignored && action.sa_handler == SIG_IGN) continue;
+    action = {};
+    action.sa_handler = handler;
+    action.sa_mask = HandledSignals();
+    sigaction(number, &action, nullptr);
   }
-  (void)std::signal(SIGXFSZ, SIG_IGN);
-  Install(SIGWINCH, NoteChange);
-  Install(SIGCONT, NoteChange);  // SIGWINCH goes to the foreground job only
+  (void)signal(SIGXFSZ, SIG_IGN);
 }
 
 void DeliverPendingSignals() {
@@ -79,19 +78,21 @@ void DeliverPendingSignals() {
 }
 
 void AwaitForeground() {
-  ChangeMask(SIG_UNBLOCK);
-  // In the background tcdrain raises SIGTTOU like a change of the terminal's mode, but changes
-  // nothing, and signals reach the stopped program.
-  while (tcdrain(STDOUT_FILENO) != 0 && errno == EINTR) {
-  }
-  ChangeMask(SIG_BLOCK);
+  do {
+    terminal_changed = 0;
+    ChangeMask(SIG_UNBLOCK);
+    // In a background process tcdrain raises SIGTTOU, as tcsetattr does, but changes nothing, and
+    // the signals are unblocked: the stopped job can be ended.
+    tcdrain(TerminalDescriptor());
+    ChangeMask(SIG_BLOCK);
+  } while (terminal_changed != 0);
 }
 
 sigset_t KeyWaitMask() {
   sigset_t mask;
   sigprocmask(SIG_SETMASK, nullptr, &mask);
-  for (const int number : kHandled) {
-    sigdelset(&mask, number);
+  for (const HandledSignal& handled_signal : kHandled) {
+    sigdelset(&mask, handled_signal.number);
   }
   return mask;
 }
@@ -99,6 +100,5 @@ sigset_t KeyWaitMask() {
 bool TakeTerminalChange() {
   if (terminal_changed == 0) return false;
   AwaitForeground();
-  terminal_changed = 0;
   return true;
 }

@@ -10,22 +10,23 @@
 void BlockSignals();
 
 // Installs the handlers. SIGINT shuts the program down. SIGTERM, SIGHUP, SIGQUIT and SIGTSTP,
-// unless they are ignored, restore the terminal and then have their default action. SIGCONT and
-// SIGWINCH are noted for TakeTerminalChange. SIGXFSZ is ignored: a write beyond the limit on file
-// sizes is to fail. Called once, before curses is started, which then installs no handlers of its
-// own: those would resize at any time and discard a pending SIGTSTP.
+// unless they are ignored, end curses and then take their default action. SIGCONT and SIGWINCH are
+// noted for TakeTerminalChange. SIGXFSZ is ignored: a write beyond the limit on file sizes is to
+// fail. Called once, before curses is started, which then installs no handlers of its own: those
+// would resize at any time and discard a pending SIGTSTP.
 void InstallHandlers();
 
-// Delivers the pending signals.
+// Unblocks the signals for a moment, so that pending ones are delivered.
 void DeliverPendingSignals();
 
-// Stops the program for as long as it is a background job, as shells expect of a job that is about
-// to use the terminal. Signals are delivered meanwhile.
+// While the program is a background job, stops it by SIGTTOU, with signals unblocked. Returns at
+// once in the foreground, and where SIGTTOU is ignored, the process group is orphaned or there is
+// no terminal.
 void AwaitForeground();
 
 // The signal mask while waiting for a key, for ppoll: the present one with these signals unblocked.
 [[nodiscard]] sigset_t KeyWaitMask();
 
-// Returns whether the terminal may have another size, content or mode than at the last call: it was
-// resized, or the program was stopped and continued. Awaits the foreground before it says so.
+// Returns whether the terminal was resized, or the program was stopped and continued, since the
+// last call. If so, the program is in the foreground again.
 [[nodiscard]] bool TakeTerminalChange();

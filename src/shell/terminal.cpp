@@ -12,24 +12,12 @@
 
 namespace {
 
-// How long curses waits for the rest of a key's sequence after its Escape. Interrupts wait as long.
+// How long wgetch waits for the rest of an escape sequence; signals stay pending that long.
 constexpr int kEscapeDelay = 100;  // milliseconds
 
 constexpr int kLeastColumns = 2;
 
-constinit std::terminate_handler report_and_abort = nullptr;
-
-// Input that poll has reported can vanish, flushed by Ctrl-Z and its like; curses would then wait
-// for the next key with all signals blocked.
-void MakeReadsNonBlocking() {
-  termios mode{};
-  if (tcgetattr(STDIN_FILENO, &mode) == 0) {
-    mode.c_cc[VMIN] = 0;
-    mode.c_cc[VTIME] = 0;
-    tcsetattr(STDIN_FILENO, TCSANOW, &mode);
-    def_prog_mode();  // or curses would set its own mode again after Ctrl-Z
-  }
-}
+constinit std::terminate_handler former_handler = nullptr;
 
 // Whether the environment fixes the dimension.
 bool IsFixed(const char* name) {
@@ -45,9 +33,9 @@ void StartTerminal() {
   (void)std::setlocale(LC_CTYPE, "");
   initscr();
   resize_term(LINES, std::max(COLS, kLeastColumns));
-  report_and_abort = std::set_terminate([] {
+  former_handler = std::set_terminate([] {
     EndTerminal();
-    report_and_abort();
+    former_handler();  // reports the exception and aborts
   });
   if (std::getenv("ESCDELAY") == nullptr) {
     set_escdelay(kEscapeDelay);
@@ -55,7 +43,6 @@ void StartTerminal() {
   keypad(stdscr, TRUE);
   cbreak();
   noecho();
-  MakeReadsNonBlocking();
 }
 
 void EndTerminal() {
@@ -64,8 +51,10 @@ void EndTerminal() {
   }
 }
 
+int TerminalDescriptor() { return isatty(STDOUT_FILENO) != 0 ? STDOUT_FILENO : STDERR_FILENO; }
+
 bool IsInForeground() {
-  const pid_t foreground = tcgetpgrp(STDOUT_FILENO);
+  const pid_t foreground = tcgetpgrp(TerminalDescriptor());
   return foreground == -1 || foreground == getpgrp();
 }
 
@@ -74,7 +63,7 @@ void ResumeTerminal() {
     def_shell_mode();
     doupdate();
   }
-  reset_prog_mode();  // which a stop that could not be caught has left to others
+  reset_prog_mode();  // after SIGSTOP, of which curses knows nothing, others have set the mode
 }
 
 void UpdateTerminalSize() {

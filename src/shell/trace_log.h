@@ -1,9 +1,9 @@
 #pragma once
 
 // The debug trace: one line of text per event, written only when the program was started with -d.
-// The first line of a run empties the file, later ones are appended; between two lines the file is
-// closed, so the trace is complete whenever the program ends. A line that cannot be written is
-// dropped.
+// The first line of a run, and the first after an open that failed, empties the file; other lines
+// are appended. Between two lines the file is closed, so the trace is complete whenever the program
+// ends. A line that cannot be written is dropped.
 
 #include <cstdio>
 
