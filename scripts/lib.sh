@@ -42,19 +42,16 @@ require_packages() {
   done
   ((${#missing[@]})) || return 0
 
+  local hint="packages are missing; install them as root:
+apt-get update && apt-get install --no-install-recommends ${missing[*]}"
   if ((EUID != 0)); then
-    if command -v sudo >/dev/null && { sudo -n true 2>/dev/null || [[ -t 0 ]]; }; then
-      as_root=(sudo)
-    else
-      die "packages are missing; install them as root:
-apt-get install --no-install-recommends ${missing[*]}"
-    fi
+    command -v sudo >/dev/null || die "$hint"
+    as_root=(sudo)
   fi
   echo "Installing: ${missing[*]}" >&2
   as_root+=(env DEBIAN_FRONTEND=noninteractive apt-get)
-  "${as_root[@]}" update </dev/null >&2 || die "cannot update the package lists"
-  "${as_root[@]}" install -y --no-install-recommends "${missing[@]}" </dev/null >&2 ||
-    die "cannot install: ${missing[*]}"
+  { "${as_root[@]}" update && "${as_root[@]}" install -y --no-install-recommends "${missing[@]}"; } \
+    </dev/null >&2 || die "$hint"
 }
 
 # configure PRESET [OPTION...]: sets up build/PRESET, with further options for cmake.
