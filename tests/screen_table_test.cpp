@@ -1,4 +1,3 @@
-#include "forms/field_view.h"
 #include "support/toolkit.h"
 
 static constexpr ScreenField kLabel{2, 2, "Label", -1, -1, nullptr, -1, 0, nullptr};
@@ -26,44 +25,19 @@ TEST(ScreenTable, DownAndUpGoToTheFirstEnterableFieldOfALine) {
   }
 }
 
-static std::size_t refused_size = 0;  // of an allocation that fails
-
-// NOLINTNEXTLINE(misc-new-delete-overloads): what it gives is released as usual.
-void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-  return size == refused_size ? nullptr : operator new[](size);
-}
-
-TEST(FieldStore, FieldsGetBuffersUntilOneCannotBeHad) {
-  for (const int refused : {6, kDynamicLabelSize}) {
-    ScreenField table[] = {Field(2, 5, 3, "a"), kLabel, Field(4, 5, 5, "b"), kSentinel};
-    table[1].flags = FLD_DYNLABEL;
-    StartTrace();
-    refused_size = static_cast<std::size_t>(refused);
-    EXPECT_EQ(AllocScreenFields(table), -1);
-    refused_size = 0;
-    EXPECT_EQ(ReadFile(LogFileName),
-              refused == 6 ? "malloc for 6 bytes failed on field <b>\n" : "");
-    EXPECT_TRUE(table[0].value && !table[1].value && !table[2].value) << refused;
-    EXPECT_EQ(table[1].label != nullptr, refused == 6) << refused;
-    EXPECT_EQ(FreeScreenFields(table), 0);
-    EXPECT_TRUE(table[0].label && !table[0].value && !table[1].label) << refused;
-  }
-}
-
-TEST(FieldStore, ValuesAreCutToTheFieldAndClearedBehind) {
-  ScreenField table[] = {Field(2, 5, 3, "a"), kSentinel};
-  AllocScreenFields(table);
+TEST(ScreenTable, FieldsAndDynamicLabelsHaveBuffersWhileTheTableIsOpen) {
+  ScreenField table[] = {Field(2, 5, 3, "a"), kLabel, kSentinel};
+  table[1].flags = FLD_DYNLABEL;
+  EXPECT_EQ(AllocScreenFields(table), 0);
   SetValue(table, "abcdef");
   SetValue(table, table->value + 1);
-  EXPECT_EQ(std::string(table->value, 4), std::string("bc\0\0", 4));
-  FreeScreenFields(table);
+  EXPECT_EQ(std::string(table->value, 4), std::string("bc\0\0", 4)) << "not cut or not cleared";
+  EXPECT_EQ(std::string(table[1].label, kDynamicLabelSize), std::string(kDynamicLabelSize, '\0'));
+  EXPECT_EQ(FreeScreenFields(table), 0);
   SetValue(table, "closed");
   EXPECT_STREQ(Value(table), "");
-}
-
-TEST(FieldView, EndsAtTheBorderAndAfter256CharactersAtMost) {
-  EXPECT_EQ(VisibleEnd(Field(1, 4, 9, "field"), 5), 4);
-  EXPECT_EQ(VisibleEnd(Field(1, 4, 300, "wide"), 400), 260);
+  EXPECT_STREQ(table[0].label, "Label");
+  EXPECT_EQ(table[1].label, nullptr);
 }
 
 // A form that F2 paints twice in a border of its own: the title is not taken for the border.
@@ -71,13 +45,13 @@ static Body Painting(const std::string& value, const char* title) {
   return RunForm(SelectScreen, value, [=](WINDOW* window, ScreenField* /*field*/) {
     box(window, ':', '=');
     PaintScreen(window, SelectScreen, title);
-    return PaintScreen(window, SelectScreen, title);
+    return PaintScreen(window, SelectScreen, title) == OK ? "" : "not painted, ";
   });
 }
 
-TEST(PaintScreen, ShowsTheTableInTheBorderOfTheWindow) {
+TEST(ScreenTable, IsPaintedInTheBorderOfTheWindow) {
   const std::string value = Times(54, "n");
-  Play({{"paint_select_screen", Painting(value, "T"), kF2, "", "0 " + value}}, {});
-  Play({{"paint_long_title", Painting("", "Longer than all this line."), kF2, "", "0 1- "}},
+  Play({{"paint_select_screen", Painting(value, "T"), kF2, "", "[" + value + "]"}}, {});
+  Play({{"paint_long_title", Painting("", "Longer than all this line."), kF2, "", "no field, []"}},
        {.rows = 8, .cols = 25});
 }

@@ -1,21 +1,17 @@
 // Feeds the store with lines and whole files and compares what it makes of them with a plain model
-// of the format. Works on the file named below, in the current directory, and as root only.
+// of the format. Works on kFile, in the current directory, and as root only.
 
 #undef NDEBUG
 #include <cassert>
-#include <fstream>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include "config/config_file.h"
 #include "config/evseccfg.h"
+#include "support/test_files.h"
 
 namespace {
-
-constexpr const char* kFile = "opr/config/alpha/actnode.prf";
-bool Write(const std::string& text) { return (std::ofstream(kFile) << text).good(); }
-std::string Read() { return {std::istreambuf_iterator<char>(std::ifstream(kFile).rdbuf()), {}}; }
 
 using Record = std::pair<std::string, std::string>;  // both masks with their comma; mode
 
@@ -36,8 +32,7 @@ std::vector<Record> ModelRead(const std::string& text) {
 }
 
 std::string ModelText(const std::vector<Record>& records) {
-  std::string text =
-      "#Event external security configuration\n#Format: -n=nodemask,usermask,mode(D|E|W)\n";
+  std::string text = kComments;
   for (const auto& [masks, mode] : records) text += "-n=" + masks + "," + mode + "\n";
   return text;
 }
@@ -47,9 +42,10 @@ std::string ModelText(const std::vector<Record>& records) {
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
   const std::string text(data, data + size);
   const std::vector<Record> records = ModelRead(text);
-  assert(Write(text) && WLNSWriteRecs(WLNSGetAllRecs()) == 0 && Read() == ModelText(records));
+  WriteFile(kFile, text);
+  assert(WLNSWriteRecs(WLNSGetAllRecs()) == 0 && ReadFile(kFile) == ModelText(records));
   // A blank mode ends its line, where the next reading drops it.
   const std::string again = ModelText(ModelRead(ModelText(records)));
-  assert(WLNSWriteRecs(WLNSGetAllRecs()) == 0 && Read() == again);
+  assert(WLNSWriteRecs(WLNSGetAllRecs()) == 0 && ReadFile(kFile) == again);
   return 0;
 }

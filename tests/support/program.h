@@ -25,12 +25,16 @@ class ProgramTest : public ::testing::Test {
     setenv("HLVHOME0000", directory_.path.c_str(), 1);
     std::filesystem::create_directories(node_directory_);
     std::filesystem::copy_file(NODEWARDEN_PROGRAM, "program");  // where every user can reach it
+    std::filesystem::permissions("program", std::filesystem::perms{0755});
   }
 
   // Starts the program on a terminal that shows old text and waits for its menu, or for its end.
   // Closes the notice for an ordinary user, unless a command `by` that sets who it is runs it.
   void Start(const std::string& arguments = "", const std::string& by = "",
              const TerminalOptions& options = {}) {
+    if (std::system((by + " test -x program").c_str()) != 0) {
+      throw std::runtime_error(directory_.path + " lets not every user in, or runs no programs");
+    }
     terminal_ =
         TerminalSession::Run("echo old text; exec " + by + " ./program " + arguments, options);
     if (terminal_->Settle() && geteuid() != 0 && by.empty()) Type("o");

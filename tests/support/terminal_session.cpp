@@ -21,10 +21,6 @@
 
 #include "support/test_files.h"
 
-// Writes the counters of a coverage build, which _exit would lose; absent from any other build.
-// NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the given name.
-extern "C" void __gcov_exit() __attribute__((weak));
-
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -67,17 +63,12 @@ void PinSurroundings(const TerminalOptions& options) {
   sigprocmask(SIG_SETMASK, &none, nullptr);
 }
 
-// Runs with no descriptor of the parent's but the standard ones and `result`.
+// Ends like any program, so that leaks are found in it.
 [[noreturn]] void RunChild(const std::function<std::string()>& body, int result,
                            const TerminalOptions& options) noexcept {
-  close_range(STDERR_FILENO + 1, static_cast<unsigned>(result) - 1, 0);
-  close_range(static_cast<unsigned>(result) + 1, ~0U, 0);
   PinSurroundings(options);
   const std::string text = body();
-  const bool failed = write(result, text.data(), text.size()) < 0;
-  (void)std::fflush(nullptr);
-  if (__gcov_exit) __gcov_exit();
-  _exit(failed ? EXIT_FAILURE : EXIT_SUCCESS);
+  std::exit(write(result, text.data(), text.size()) < 0 ? EXIT_FAILURE : EXIT_SUCCESS);
 }
 
 VTermScreenCell Cell(const VTermScreen* screen, int row, int col) {
@@ -105,6 +96,7 @@ TerminalSession::TerminalSession(const std::function<std::string()>& body,
   if (pid_ < 0) throw std::system_error(errno, std::generic_category(), "forkpty");
   if (pid_ == 0) RunChild(body, result_, options);
   slave_ = open(ptsname(master_), O_RDWR | O_NOCTTY | O_CLOEXEC);
+  fcntl(master_, F_SETFD, FD_CLOEXEC);
   fcntl(master_, F_SETFL, O_RDWR | O_NONBLOCK);
 }
 
@@ -154,12 +146,7 @@ bool TerminalSession::Await(const std::function<bool()>& done) {
 }
 
 void TerminalSession::Send(std::string_view keys) {
-  const bool sent = Await([this, &keys] {
-    const ssize_t count = write(master_, keys.data(), keys.size());
-    keys.remove_prefix(count > 0 ? static_cast<std::size_t>(count) : 0);
-    return keys.empty();
-  });
-  EXPECT_TRUE(sent) << "the child does not take its keys";
+  EXPECT_EQ(write(master_, keys.data(), keys.size()), std::ssize(keys)) << "too many at once";
 }
 
 void TerminalSession::Signal(int number) {
@@ -171,12 +158,11 @@ void TerminalSession::HangUp() {
   for (int* end : {&master_, &slave_}) close(std::exchange(*end, -1));
 }
 
-void TerminalSession::Resize(int rows, int cols, OldContent content) {
+void TerminalSession::Resize(int rows, int cols) {
   Drain();
   size_ = WindowSize(rows, cols);
   vterm_set_size(terminal_.get(), rows, cols);
-  const std::string_view painted = content == OldContent::kRubbish ? kRubbish : "";
-  vterm_input_write(terminal_.get(), painted.data(), painted.size());
+  vterm_input_write(terminal_.get(), kRubbish.data(), kRubbish.size());
   ioctl(master_, TIOCSWINSZ, &size_);
 }
 
@@ -220,13 +206,15 @@ std::string TerminalSession::Screen() const {
 std::string TerminalSession::Marks() const {
   std::ostringstream text;
   text << "cursor " << Cursor().row << ',' << Cursor().col << '\n';
+  const auto stands_out = [this](int row, int col) {
+    return Cell(screen_, row, col).attrs.reverse;
+  };
   for (int row = 0; row < size_.ws_row; ++row) {
-    const std::string line = Row(row);
-    for (int col = 0, end = 0; col < size_.ws_col; col = end + 1) {
-      for (end = col; end < size_.ws_col && Cell(screen_, row, end).attrs.reverse;) ++end;
-      if (end == col) continue;
-      const std::string run(line.begin() + col, line.begin() + end);
-      text << "standout " << row << ',' << col << " \"" << run << "\"\n";
+    for (int col = 0; col < size_.ws_col; ++col) {
+      if (!stands_out(row, col)) continue;
+      if (!stands_out(row, col - 1)) text << "standout " << row << ',' << col << " \"";
+      text << Row(row).at(static_cast<std::size_t>(col));
+      if (!stands_out(row, col + 1)) text << "\"\n";
     }
   }
   return text.str();
@@ -243,6 +231,17 @@ bool TerminalSession::Cooked() const {
   return tcgetattr(slave_, &mode) == 0 && (mode.c_lflag & (ICANON | ECHO)) == (ICANON | ECHO);
 }
 
+void ExpectText(const std::string& seen, const std::string& name) {
+  const std::string file = NODEWARDEN_TESTS "/" + name;
+  if (seen == ReadFile(file)) return;
+  const std::filesystem::path kept = NODEWARDEN_SEEN "/" + name;
+  std::filesystem::create_directories(kept.parent_path());
+  WriteFile(kept, seen);
+  ADD_FAILURE() << "seen instead of " << name << ":\n"
+                << seen << "To compare:  diff " << file << ' ' << kept.string()
+                << "\nTo accept:   cp " << kept.string() << ' ' << file;
+}
+
 void ExpectPicture(const TerminalSession& terminal, const std::string& name) {
-  EXPECT_EQ(terminal.Picture(), ReadFile(NODEWARDEN_SCREENS "/" + name + ".txt")) << name;
+  ExpectText(terminal.Picture(), "screens/" + name + ".txt");
 }

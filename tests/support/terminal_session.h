@@ -2,7 +2,8 @@
 
 // A program, or a function of the test binary, on a pseudo-terminal of its own. The session plays
 // the terminal: it sends keys and keeps the screen an operator would see, which moves on only
-// inside the functions that are not const. No child holds a descriptor of another session.
+// inside the functions that are not const. terminal.py, which plays one for programs below strace,
+// valgrind and shells, keeps no screen; both find out by the same means that a key is awaited.
 
 #include <sys/ioctl.h>
 #include <sys/types.h>
@@ -25,9 +26,6 @@ struct TerminalOptions {
   const char* term = "tmux";
 };
 
-// What a terminal makes of its content when its size changes: rubbish fills every cell.
-enum class OldContent { kKept, kRubbish };
-
 class TerminalSession {
  public:
   // Runs a command of the shell; with "exec" in front, the child is the program itself.
@@ -44,7 +42,7 @@ class TerminalSession {
   void Send(std::string_view keys);  // the bytes a terminal would send
   void Signal(int number);           // to the child alone
   void HangUp();                     // the line drops: SIGHUP, and end of input for ever
-  void Resize(int rows, int cols, OldContent content = OldContent::kKept);  // SIGWINCH
+  void Resize(int rows, int cols);   // SIGWINCH, and rubbish in every cell
 
   // Waiting gives up and kills the child after five seconds: a failing test waits but once.
   // Returns false then, or as soon as the child has ended or the line is gone.
@@ -79,5 +77,9 @@ class TerminalSession {
   int wait_status_ = 0;
 };
 
-// Fails the test unless the terminal's picture is the one in tests/screens/NAME.txt.
+// Fails the test unless the text is that of the file NAME in tests. What was seen instead is kept
+// beside the build, as the failure says.
+void ExpectText(const std::string& seen, const std::string& name);
+
+// The same of the terminal's picture and tests/screens/NAME.txt.
 void ExpectPicture(const TerminalSession& terminal, const std::string& name);

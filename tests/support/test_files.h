@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -14,9 +15,10 @@
 #include <string>
 #include <utility>
 
-// A new working directory, which every user may read, removed at the end.
+// A new working directory, removed at the end. Every user may read it and what is made in it.
 struct TemporaryDirectory {
   TemporaryDirectory() {
+    umask(umask(0) & (S_IWGRP | S_IWOTH));
     std::filesystem::permissions(path, std::filesystem::perms{0755});
     std::filesystem::current_path(path);
   }

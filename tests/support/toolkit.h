@@ -36,8 +36,12 @@ inline std::unique_ptr<TerminalSession> Start(const Body& body,
       [&body] {
         BlockSignals();
         StartTrace();
-        InstallHandlers();
-        StartTerminal();
+        CatchSignals();
+        initscr();
+        keypad(stdscr, TRUE);
+        cbreak();
+        noecho();
+        NeverBlockReads();
         return body();
       },
       options);
@@ -45,9 +49,9 @@ inline std::unique_ptr<TerminalSession> Start(const Body& body,
   return terminal;
 }
 
-// What F2 does in a form. Its result is noted, as are the codes of other function keys with the
-// field under the cursor, and an Enter without a field.
-using Action = std::function<int(WINDOW* window, ScreenField* field)>;
+// What F2 does in a form. It returns what is to be noted of it; the names of other function keys
+// are noted, too, and an Enter with no field under the cursor.
+using Action = std::function<std::string(WINDOW* window, ScreenField* field)>;
 inline Action on_f2;
 inline std::string noted;
 
@@ -55,49 +59,49 @@ inline ScreenField* form_table = nullptr;  // of the form that runs
 inline std::string left_value;             // what its first field held at Enter
 
 inline int Handle(WINDOW* window, int code, ScreenField* field) {
-  if (code == CODE_ENTER) left_value = Value(form_table);
-  if (code == 3 && on_f2) {
-    const int result = on_f2(window, field);
-    noted += std::to_string(result) + " ";
-  } else if (code != CODE_ENTER || field == nullptr) {
-    noted += std::to_string(code) + (field != nullptr ? field->name : "-") + " ";
+  if (code == CODE_ENTER) {
+    if (field == nullptr) noted += "no field, ";
+    return -1;
   }
-  return code == CODE_ENTER ? -1 : 0;
+  noted += code == 3 && on_f2 ? on_f2(window, field) : "F" + std::to_string(code - 1) + ", ";
+  return 0;
 }
 
-// Runs a form with `value` in its first field until Enter. Returns what was noted and the value,
-// with a star if the operator has changed any.
+// Runs a form with `value` in its first field until Enter. Returns what was noted, the value as
+// "[value]", and whether the operator has changed any.
 inline Body RunForm(ScreenField* table, const std::string& value, const Action& action = {}) {
   return [=] {
     on_f2 = action;
-    ScreenField* const below = std::exchange(form_table, table);
-    RunScreen({"Form", table, nullptr}, stdscr, Handle,
-              [&] { return SetValue(FirstField(table), value.c_str()), true; });
-    form_table = below;
-    return noted + left_value + (FieldsModified != 0 ? "*" : "");
+    const FormScreen screen{"", table, nullptr, Handle, nullptr, nullptr, nullptr};
+    OpenScreen opened(screen, stdscr);
+    SetValue(FirstField(table), value.c_str());
+    opened.Run();
+    return noted + "[" + Value(table) + "]" + (FieldsModified != 0 ? " changed" : "");
   };
 }
 
 struct Story {
-  const char* picture;  // in tests/screens: what shows after the keys and the new sizes
+  const char* picture;  // in tests/screens: what shows after the keys and new sizes
   Body body;
-  std::string keys, last_keys, result;  // the result after the last keys and Enter
-  std::vector<Position> sizes{};
-  int bells = 0;
+  std::string keys, last_keys;  // an Enter follows the last ones
+  std::string result;           // of the body, and ", bell" for every bell before the last keys
 };
 
-inline void Play(const std::vector<Story>& stories, const TerminalOptions& options) {
-  for (const auto& [picture, body, keys, last_keys, result, sizes, bells] : stories) {
+// Plays the stories, each on a terminal of its own that gets the sizes one after another.
+inline void Play(const std::vector<Story>& stories, const TerminalOptions& options,
+                 const std::vector<Position>& sizes = {}) {
+  for (const auto& [picture, body, keys, last_keys, result] : stories) {
+    SCOPED_TRACE(picture);
     const auto terminal = Start(body, options);
     terminal->Send(keys);
-    EXPECT_TRUE(terminal->Settle()) << picture;
+    EXPECT_TRUE(terminal->Settle());
     for (const auto& [rows, cols] : sizes) {
-      terminal->Resize(rows, cols, OldContent::kRubbish);
-      EXPECT_TRUE(terminal->Settle()) << picture;
+      terminal->Resize(rows, cols);
+      EXPECT_TRUE(terminal->Settle());
     }
     ExpectPicture(*terminal, picture);
-    EXPECT_EQ(terminal->Bells(), bells) << picture;
+    const std::string bells = Times(terminal->Bells(), ", bell");
     terminal->Send(last_keys + kEnter);
-    EXPECT_EQ(terminal->Result(), result) << picture;
+    EXPECT_EQ(terminal->Result() + bells, result);
   }
 }
