@@ -21,6 +21,7 @@ extern "C" int fallocate(int file, int mode, off_t offset, off_t size) {
 namespace {
 
 using namespace std::string_literals;
+using ConfigFile = StoreTest;
 
 std::string Dir(const char* root, const char* node) {
   root == nullptr ? unsetenv("HLVHOME0000") : setenv("HLVHOME0000", root, 1);
@@ -29,7 +30,7 @@ std::string Dir(const char* root, const char* node) {
   return std::to_string(WLNSGetCfgDir(dir)) + " " + dir;
 }
 
-TEST(ConfigFile, Directory) {
+TEST_F(ConfigFile, Directory) {
   const std::string root(237, 'r');
   const std::string node(63, 'n');
   EXPECT_EQ(Dir("/hlv", "alpha"), "0 /hlv/opr/config/alpha/");
@@ -43,13 +44,13 @@ TEST(ConfigFile, Directory) {
   EXPECT_EQ(Dir(root.c_str(), "alpha"), "0 " + root + "/opr/config/alpha/");  // 255 bytes
 }
 
-TEST(ConfigFile, ALineIsTrimmedInPlace) {
+TEST_F(ConfigFile, ALineIsTrimmedInPlace) {
   std::string line = "  -n=a b, u ,W \t\x01\r\n";
   WLNSTrimLine(line.data());
   EXPECT_STREQ(line.c_str(), "-n=a b, u ,W");
 }
 
-TEST_F(StoreTest, Lines) {
+TEST_F(ConfigFile, Lines) {
   const std::string node(64, 'n');
   const std::string user(32, 'u');
   const std::string line = "-n=a,b,E" + std::string(246, ' ');  // 254 bytes
@@ -69,7 +70,7 @@ TEST_F(StoreTest, Lines) {
   }
 }
 
-TEST_F(StoreTest, ReadCursor) {
+TEST_F(ConfigFile, ReadCursor) {
   WriteFile(kFile, "-n=a,u,1\n-n=b,u,2\n#\n-n=a,v,3\n-n=a,u,4\n");
   const std::pair<const char*, char> calls[] = {
       {"a,u", '1'}, {"a,u", '1'}, {"A,u", '-'}, {"a,", '1'}, {"a,", '3'}, {"a,", '4'},  {"a,", '-'},
@@ -83,7 +84,7 @@ TEST_F(StoreTest, ReadCursor) {
   WLNSEndRead();
 }
 
-TEST_F(StoreTest, WhatIsNoFileOrMayNotBeReadHasNoRecords) {
+TEST_F(ConfigFile, WhatIsNoFileOrMayNotBeReadHasNoRecords) {
   const std::string anew = "rm -rf opr; mkdir -p opr/config/alpha; cd opr/config/alpha; ";
   for (const char* prepare :
        {":", "mkdir actnode.prf", "ln -s actnode.prf actnode.prf", "rmdir ../alpha",
@@ -96,13 +97,13 @@ TEST_F(StoreTest, WhatIsNoFileOrMayNotBeReadHasNoRecords) {
   }
 }
 
-TEST_F(StoreTest, RewritesByteForByte) {
+TEST_F(ConfigFile, RewritesByteForByte) {
   WriteFile(kFile, "#mine\n\n-n=b,c,D\n  -n=a,\xff,Wx\n-n=a\n-n=,,!\n-n= a , b , E\n");
   EXPECT_EQ(WLNSWriteRecs(WLNSGetAllRecs()), 0);
   EXPECT_EQ(ReadFile(kFile), kComments + "-n=b,c,D\n-n=a,\xff,W\n-n=a,,\n-n=,,!\n-n= a , b , \n"s);
 }
 
-TEST_F(StoreTest, MakesTheNodeDirectoryWhateverTheRoot) {
+TEST_F(ConfigFile, MakesTheNodeDirectoryWhateverTheRoot) {
   for (const auto& root :
        {"a b"s, "it's"s, R"("$(touch hit)`touch hit`;*\)"s, "-p"s, directory_.path + "/absolute",
         std::string(226, 'r')}) {  // the longest path, 255 bytes
@@ -114,7 +115,7 @@ TEST_F(StoreTest, MakesTheNodeDirectoryWhateverTheRoot) {
   EXPECT_FALSE(std::filesystem::exists("hit"));
 }
 
-TEST_F(StoreTest, WriterFailures) {
+TEST_F(ConfigFile, WriterFailures) {
   std::filesystem::create_directory(kFile);
   EXPECT_EQ(WLNSWriteRecs(new WLNSRec{}), EISDIR);
   std::filesystem::remove(kFile);
@@ -128,27 +129,29 @@ TEST_F(StoreTest, WriterFailures) {
   EXPECT_EQ(WLNSWriteRecs(new WLNSRec{}), kNoConfigPath);
 }
 
-TEST_F(StoreTest, AFileWithoutRoomForItsNewTextStaysAsItIs) {
+TEST_F(ConfigFile, AFileWithoutRoomForItsNewTextStaysAsItIs) {
   std::string text = kComments;
   for (int i = 0; i < 9999; ++i) text += "-n=a,b,E\n";
-  const auto rewrite = [&text](int error, rlim_t most_bytes) {
+  const struct {
+    int error;  // of setting room aside
+    rlim_t most_bytes;
+    int result;
+  } cases[] = {{ENOSPC, RLIM_INFINITY, ENOSPC}, {EDQUOT, RLIM_INFINITY, EDQUOT},
+               {EFBIG, RLIM_INFINITY, EFBIG},   {EOPNOTSUPP, RLIM_INFINITY, 0},
+               {0, text.size() - 1, EFBIG},     {0, text.size(), 0}};
+  for (const auto& [error, most_bytes, result] : cases) {
     WriteFile(kFile, text);
     WLNSRec* const list = WLNSGetAllRecs();
     WriteFile(kFile, "#mine\n");
     reserve_error = error;
     SetLimit(RLIMIT_FSIZE, most_bytes);
-    const int result = WLNSWriteRecs(list);
+    EXPECT_EQ(WLNSWriteRecs(list), result);
     SetLimit(RLIMIT_FSIZE, RLIM_INFINITY);
     EXPECT_EQ(ReadFile(kFile), result == 0 ? text : "#mine\n");
     struct stat file {};
     EXPECT_EQ(stat(kFile, &file), 0);
     EXPECT_TRUE(result == 0 || file.st_blocks * 512 <= file.st_blksize) << "more room is kept";
-    return result;
-  };
-  for (const int error : {ENOSPC, EDQUOT, EFBIG}) EXPECT_EQ(rewrite(error, RLIM_INFINITY), error);
-  EXPECT_EQ(rewrite(EOPNOTSUPP, RLIM_INFINITY), 0);
-  EXPECT_EQ(rewrite(0, text.size() - 1), EFBIG);
-  EXPECT_EQ(rewrite(0, text.size()), 0);
+  }
   std::filesystem::remove(kFile);
   reserve_error = ENOSPC;
   EXPECT_EQ(WLNSWriteRecs(nullptr), ENOSPC);

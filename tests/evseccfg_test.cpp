@@ -7,6 +7,8 @@
 
 namespace {
 
+using Evseccfg = StoreTest;
+
 constexpr const char* kLines = "#mine\n-n=a,u,E\n\n-n=b,u,D\n-n=a,v,W\n-n=a,u,x\n";
 
 // Looks up the record with two masks like "alpha,ops". Returns the result and the mode, "-" if
@@ -25,7 +27,7 @@ std::string Change(int (*change)(const WLNSRec*), const WLNSRec& rec) {
   return ReadFile(kFile) == kLines ? result : result + " " + TakeText(WLNSGetAllRecs());
 }
 
-TEST_F(StoreTest, OrdinaryUserReadsAndChangesNothing) {
+TEST_F(Evseccfg, OrdinaryUserReadsAndChangesNothing) {
   WriteFile(kFile, kLines);
   test_user = 1;
   EXPECT_EQ(LookUp("a,v"), "0 W");
@@ -41,7 +43,7 @@ TEST_F(StoreTest, OrdinaryUserReadsAndChangesNothing) {
   EXPECT_EQ(Change(WLNSDeleteRec, {"a", "u", '-', nullptr}), "-1");
 }
 
-TEST_F(StoreTest, AFileThatCannotBeReadNowIsNotChanged) {
+TEST_F(Evseccfg, AFileThatCannotBeReadNowIsNotChanged) {
   const WLNSRec rec{"a", "u", 'W', nullptr};
   WriteFile(kFile, kLines);
   SetLimit(RLIMIT_NOFILE, 0);
@@ -56,7 +58,7 @@ TEST_F(StoreTest, AFileThatCannotBeReadNowIsNotChanged) {
   EXPECT_EQ(WLNSDeleteRec(&rec), EIO);
 }
 
-TEST_F(StoreTest, ChangesTheFirstOfAPairInItsPlace) {
+TEST_F(Evseccfg, ChangesTheFirstOfAPairInItsPlace) {
   EXPECT_EQ(Change(WLNSUpdateRec, {"a", "u", 'D', nullptr}), "0 a,u,D;b,u,D;a,v,W;a,u,x;");
   EXPECT_EQ(Change(WLNSUpdateRec, {"A", "u", 'E', nullptr}), "0 a,u,E;b,u,D;a,v,W;a,u,x;A,u,E;");
   EXPECT_EQ(Change(WLNSUpdateRec, {"b", "u", 'w', nullptr}), "-1");

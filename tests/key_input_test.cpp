@@ -62,7 +62,10 @@ TEST(KeyInput, TheProgramEndsWithItsTerminalOrWhenInterrupted) {
                {"closed input", [] { close(0); }, "", 0}};
   for (const auto& row : cases) {
     SCOPED_TRACE(row.name);
-    const auto terminal = Start([&row] { return row.before(), ReadKeys(1); });
+    const auto terminal = Start([&row]() -> std::string {
+      row.before();
+      throw std::runtime_error("goes on after " + ReadKeys(1));
+    });
     terminal->Send(row.keys);
     const bool hang_up = std::string_view(row.name).starts_with("hang-up");
     if (hang_up) terminal->HangUp();

@@ -1,27 +1,28 @@
 #include <new>
 
 #include "config/record.h"
-#include "forms/key_input.h"
 #include "screens/screens.h"
-#include "shell/trace_log.h"
 #include "support/program.h"
+#include "support/toolkit.h"
 
-// Whether every record that is asked for cannot be had.
-static bool out_of_records = false;
+static std::size_t refused_size = 0;  // of an allocation that fails
 
 void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-  return out_of_records && size == sizeof(WLNSRec) ? nullptr : ::operator new(size);
+  return size == refused_size ? nullptr : operator new(size);
+}
+// NOLINTNEXTLINE(misc-new-delete-overloads): what it gives is released as usual.
+void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+  return size == refused_size ? nullptr : operator new[](size);
 }
 
 namespace {
 
+using OperatorStories = SuperuserTest;
+using OperatorStoriesOfAnyUser = ProgramTest;
+
 // As long as the fields are wide.
 const std::string kLongNode = Times(6, "0123456789") + "node";
 const std::string kLongUserid = Times(3, "0123456789") + "id";
-
-// F1, F2 and F5 to F12, which no screen heeds.
-const std::string kOtherKeys =
-    "\x1bOP\x1bOQ\x1b[15~\x1b[17~\x1b[18~\x1b[19~\x1b[20~\x1b[21~\x1b[23~\x1b[24~";
 
 std::string Stored(const std::string& node, const std::string& userid) {
   return "Configuration for node <" + node + "> user <" + userid + "> successfully updated";
@@ -36,26 +37,28 @@ void ExpectInTrace(const std::string& lines) {
   EXPECT_NE(trace.find(lines), std::string::npos) << lines << "is not in:\n" << trace;
 }
 
-TEST_F(SuperuserTest, RefusesWrongFieldsOneMessageAtATime) {
+TEST_F(OperatorStories, RefusesWrongFieldsOneMessageAtATime) {
   const struct {
     std::string keys, message;
-    Position cursor;  // on the field that is wrong
-  } kSteps[] = {{kDown + "?", "Node name is missing", {4, 25}},
-                {"a*b", "Imbedded \"*\" not allowed in node name mask", {4, 25}},
-                {"a?*", "\"?\" not allowed in node name mask", {4, 25}},
-                {"a,?", "\",\" not allowed in node name mask", {4, 25}},
-                {"abc", "\"?\" not allowed in userid mask", {5, 25}},
-                {"*x", "Imbedded \"*\" not allowed in userid mask", {5, 25}},
-                {",x", "\",\" not allowed in userid mask", {5, 25}},
-                {kDelete + kDelete, "userid mask is missing", {5, 25}},
-                {"u*" + kDown + "x", "Security Mode is invalid", {6, 25}},
-                {Times(7, kDelete), "Security Mode is missing", {6, 25}},
-                {" e", "Security Mode is invalid", {6, 25}}};
+    int row;  // of the field that is wrong
+  } kSteps[] = {{kDown + "?", "Node name is missing", 4},
+                {Times(60, "n") + "?", "\"?\" not allowed in node name mask", 4},
+                {Times(61, kDelete) + "a*b", "Imbedded \"*\" not allowed in node name mask", 4},
+                {"a?*", "\"?\" not allowed in node name mask", 4},
+                {"a,?", "\",\" not allowed in node name mask", 4},
+                {"abc", "\"?\" not allowed in userid mask", 5},
+                {"*x", "Imbedded \"*\" not allowed in userid mask", 5},
+                {",x", "\",\" not allowed in userid mask", 5},
+                {kDelete + kDelete, "userid mask is missing", 5},
+                {"u*" + kDown + "x", "Security Mode is invalid", 6},
+                {Times(7, kDelete), "Security Mode is missing", 6},
+                {" e", "Security Mode is invalid", 6}};
   Start();
   Type(kAdd);
-  for (const auto& [keys, message, cursor] : kSteps) {
+  for (const auto& [keys, message, row] : kSteps) {
     TypeAndRead(keys + kEnter, message);
-    EXPECT_EQ(terminal_->Cursor(), cursor) << message;
+    EXPECT_EQ(terminal_->Marks(), "cursor " + std::to_string(row) + ",25\n") << message;
+    EXPECT_EQ(terminal_->Row(row).at(24), '[') << "scrolled: " << message;
     EXPECT_FALSE(std::filesystem::exists(file_));
   }
   Type("warn" + kUp + kEnter);
@@ -65,12 +68,12 @@ TEST_F(SuperuserTest, RefusesWrongFieldsOneMessageAtATime) {
   Leave();
 }
 
-TEST_F(SuperuserTest, AddsChangesAndRemovesTwiceInOneRun) {
+TEST_F(OperatorStories, AddsChangesAndRemovesTwiceInOneRun) {
   Start();
   for (const char* round : {"first", "second"}) {
     SCOPED_TRACE(round);
     std::filesystem::remove_all(node_directory_);
-    Type(kAdd + kOtherKeys);
+    Type(kAdd + kOtherFunctionKeys);
     ExpectPicture(*terminal_, "add_form");
     Type("alpha*" + kDown + "root" + kDown + kF4);
     ExpectPicture(*terminal_, "list_of_modes");
@@ -82,7 +85,7 @@ TEST_F(SuperuserTest, AddsChangesAndRemovesTwiceInOneRun) {
     TypeAndRead(kShow + "x" + kEnter, "Both Node and User masks are required");
     TypeAndRead("\b" + kDown + "ops" + kEnter, "Both Node and User masks are required");
     TypeAndRead(kUp + "alpha" + kEnter, NotFound("alpha", "ops"));
-    Type(kOtherKeys + kF4);
+    Type(kOtherFunctionKeys + kF4);
     ExpectPicture(*terminal_, "list_of_nodes");
     Type(kDown + kEnter + kEnter);
     ExpectPicture(*terminal_, "opened_record");
@@ -92,28 +95,26 @@ TEST_F(SuperuserTest, AddsChangesAndRemovesTwiceInOneRun) {
     TypeAndRead(kF3 + kDown + kEnter + kEnter, "Node name mask is missing");
     TypeAndRead("alpha" + kEnter, "Userid mask is missing");
     TypeAndRead(kDown + "root" + kEnter, NotFound("alpha", "root"));
-    Type(kUp + kF4 + kEnter + kOtherKeys + kEnter);
+    Type(kUp + kF4 + kEnter + kOtherFunctionKeys + kEnter);
     ExpectPicture(*terminal_, "question_before_removal");
     Type("n");
     EXPECT_EQ(Config(), ConfigText({"alpha*,root,D", "beta,ops,E", "alpha*,ops,E"}));
     TypeAndRead(kEnter, "Delete node <alpha*> userid <root> ?", "y");
-    EXPECT_EQ(terminal_->Cursor(), (Position{9, 5}));
+    EXPECT_TRUE(terminal_->Marks().starts_with("cursor 9,5\n"));
     EXPECT_EQ(Config(), ConfigText({"beta,ops,E", "alpha*,ops,E"}));
     Type(kUp + kUp);
   }
   Leave();
 }
 
-TEST_F(ProgramTest, AnOrdinaryUserSeesEverythingAndChangesNothing) {
-  const std::string user =
-      geteuid() == 0 ? "setpriv --reuid=65534 --regid=65534 --clear-groups" : "env";
+TEST_F(OperatorStoriesOfAnyUser, AnOrdinaryUserSeesEverythingAndChangesNothing) {
   const std::string refusal = "Configuration is Read Only to non-root users";
   const std::string no_list = "PF4 key\nInput field not found\nExit UpdCfgKeys\n";
   const std::string records = ConfigText({"alpha,adm,W", "beta,root,E", "beta,ops,D"});
   WriteFile(file_, records);
   WriteFile("trace", "");
   std::filesystem::permissions("trace", std::filesystem::perms{0666});
-  Start("-d -f trace", user);
+  Start("-d -f trace", kByOrdinaryUser);
   ExpectPicture(*terminal_, "read_only_notice");
   Type("o" + kShow + kF4 + kDown + kEnter + kDown + kF4 + kDown + kEnter + kEnter);
   ExpectPicture(*terminal_, "read_only_record");
@@ -123,7 +124,7 @@ TEST_F(ProgramTest, AnOrdinaryUserSeesEverythingAndChangesNothing) {
   EXPECT_EQ(terminal_->Row(4).substr(24, 4), "[]  ");
   EXPECT_EQ(terminal_->Marks(), "cursor 0,0\n");
   TypeAndRead(kEnter + kRemove + kEnter, refusal);
-  EXPECT_EQ(terminal_->Cursor(), (Position{9, 5}));
+  EXPECT_TRUE(terminal_->Marks().starts_with("cursor 9,5\n"));
   Type(kEnter + kF4 + kEnter + kDown + kF4 + kEnter);
   EXPECT_EQ(terminal_->Row(6).substr(24, 6), "[adm] ");
   TypeAndRead(kEnter, refusal);
@@ -132,7 +133,7 @@ TEST_F(ProgramTest, AnOrdinaryUserSeesEverythingAndChangesNothing) {
   ExpectInTrace(no_list);
 }
 
-TEST_F(SuperuserTest, AddsAndFindsTheWidestRecordAndNoWider) {
+TEST_F(OperatorStories, AddsAndFindsTheWidestRecordAndNoWider) {
   Start("-d -f trace");
   Type(kAdd + kLongNode + "X" + kDown + kLongUserid + "X" + kDown + "WARNING99X");
   EXPECT_EQ(terminal_->Bells(), 3);
@@ -148,7 +149,7 @@ TEST_F(SuperuserTest, AddsAndFindsTheWidestRecordAndNoWider) {
   ExpectInTrace("Looking for Node: <" + kLongNode.substr(0, 60) + "\n");  // 79 bytes
 }
 
-TEST_F(SuperuserTest, SaysWhenARecordCannotBeStoredButNotWhenItCannotBeRemoved) {
+TEST_F(OperatorStories, SaysWhenARecordCannotBeStoredButNotWhenItCannotBeRemoved) {
   using std::filesystem::perms;
   const std::string failed = "Update of external node security configuration failed";
   WriteFile(file_, ConfigText({"a,b,E"}));
@@ -162,7 +163,7 @@ TEST_F(SuperuserTest, SaysWhenARecordCannotBeStoredButNotWhenItCannotBeRemoved) 
   TypeAndRead(kEnter, Stored("a", "b"));
   std::filesystem::permissions(file_, perms::owner_read);
   TypeAndRead(kRemove + "a" + kDown + "b" + kEnter, "Delete node <a> userid <b> ?", "y");
-  EXPECT_EQ(terminal_->Cursor(), (Position{9, 5}));
+  EXPECT_TRUE(terminal_->Marks().starts_with("cursor 9,5\n"));
   EXPECT_EQ(Config(), ConfigText({"a,b,D"}));
   Leave();
   ExpectInTrace("Enter UpdCfgData\nWLNSUpdateRec failed; rc=2\nEnter MessageBox\n");
@@ -174,31 +175,41 @@ TEST_F(SuperuserTest, SaysWhenARecordCannotBeStoredButNotWhenItCannotBeRemoved) 
   Leave(kF3 + "y" + kF3);
 }
 
-// Runs a screen without memory for records; returns its result and one more key.
-std::string RunWithoutRecords(int (*screen)(WINDOW*)) {
-  out_of_records = true;
-  SetLogFileName("trace");
-  DebugTrace = 1;
-  initscr();
-  cbreak();
-  noecho();
-  const std::string result = std::to_string(screen(stdscr));
-  return result + " " + std::to_string(ReadKey(stdscr));
+TEST_F(OperatorStoriesOfAnyUser, SaysWhenThereIsNoMemory) {
+  const auto show_record = [](WINDOW* parent) { return UpdCfg(parent, "a", "b"); };
+  const std::string no_record = "malloc failed for 104 bytes\n";
+  const struct {
+    int (*screen)(WINDOW*);
+    std::size_t refused;
+    std::string last_keys, result, trace;
+  } cases[] = {{AddCfg, sizeof(WLNSRec), kF3 + "y", "0 ^J", no_record + "Enter MessageBox\n"},
+               {DelCfg, sizeof(WLNSRec), "", "0 ^J", no_record + "Enter MessageBox\n"},
+               {show_record, sizeof(WLNSRec), "", "", "Enter UpdCfg\n" + no_record},  // shut down
+               {AddCfg, 33, "", "-1 ^J", "malloc for 33 bytes failed on field <userid>\n"}};
+  for (const auto& row : cases) {
+    SCOPED_TRACE(row.trace);
+    terminal_ = ::Start([&row] {
+      SetLogFileName("trace");
+      refused_size = row.refused;
+      const std::string result = std::to_string(row.screen(stdscr));
+      return result + " " + keyname(ReadKey(stdscr));
+    });
+    const bool says = row.trace.ends_with("Enter MessageBox\n");
+    if (says) TypeAndRead("a" + kDown + "b" + kEnter, "Storage allocation failed;");
+    terminal_->Send(row.last_keys + kEnter);
+    EXPECT_EQ(terminal_->Result(), row.result);
+    ExpectInTrace(row.trace);
+  }
 }
 
-TEST_F(ProgramTest, SaysWhenThereIsNoMemoryForARecord) {
-  const std::string trace = "malloc failed for 104 bytes\n";
-  for (auto* screen : {AddCfg, DelCfg}) {
-    terminal_ = TerminalSession::Call([screen] { return RunWithoutRecords(screen); });
-    TypeAndRead("a" + kDown + "b" + kEnter, "Storage allocation failed;");
-    terminal_->Send(screen == AddCfg ? kF3 + "y" + kEnter : kEnter);  // the form stays open
-    EXPECT_EQ(terminal_->Result(), "0 10");
-    ExpectInTrace(trace + "Enter MessageBox\n");
-  }
-  const auto show_record = [](WINDOW* parent) { return UpdCfg(parent, "a", "b"); };
-  terminal_ = TerminalSession::Call([&] { return RunWithoutRecords(show_record); });
-  EXPECT_EQ(terminal_->Result(), "") << "not shut down";
-  EXPECT_EQ(ReadFile("trace"), "Enter UpdCfg\n" + trace);
+TEST_F(OperatorStories, TracesAWholeRun) {
+  Start("-d -f trace");
+  Type(kEnter + "h" + kDown + "u" + kF4 + kEnter + kEnter + kEnter);                   // add h,u
+  Type(kDown + kEnter + kF4 + kEnter + kDown + "u" + kEnter + "w" + kF3 + "n" + kF3);  // look at it
+  Type("y\x1b\x33" + kDown + kEnter + kF4 + kF3 + "h" + kDown + kF4 + kDown + kEnter);
+  Type(kEnter + "n" + kEnter + "y\x1b[A\x1bX");  // delete it
+  Leave();
+  ExpectText(ReadFile("trace"), "traces/whole_run.txt");
 }
 
 }  // namespace

@@ -19,6 +19,10 @@ inline const std::string kAdd = kEnter;
 inline const std::string kShow = kDown + kEnter;
 inline const std::string kRemove = kDown + kDown + kEnter;
 
+// The command that runs another one as a user who may change nothing.
+inline const std::string kByOrdinaryUser =
+    geteuid() == 0 ? "setpriv --reuid=65534 --regid=65534 --clear-groups" : "env";
+
 class ProgramTest : public ::testing::Test {
  protected:
   ProgramTest() {

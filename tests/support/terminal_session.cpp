@@ -205,7 +205,9 @@ std::string TerminalSession::Screen() const {
 
 std::string TerminalSession::Marks() const {
   std::ostringstream text;
-  text << "cursor " << Cursor().row << ',' << Cursor().col << '\n';
+  VTermPos at{};
+  vterm_state_get_cursorpos(vterm_obtain_state(terminal_.get()), &at);
+  text << "cursor " << at.row << ',' << at.col << '\n';
   const auto stands_out = [this](int row, int col) {
     return Cell(screen_, row, col).attrs.reverse;
   };
@@ -218,12 +220,6 @@ std::string TerminalSession::Marks() const {
     }
   }
   return text.str();
-}
-
-Position TerminalSession::Cursor() const {
-  VTermPos at{};
-  vterm_state_get_cursorpos(vterm_obtain_state(terminal_.get()), &at);
-  return {at.row, at.col};
 }
 
 bool TerminalSession::Cooked() const {

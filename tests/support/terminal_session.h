@@ -18,7 +18,6 @@ struct VTermScreen;
 
 struct Position {
   int row, col;
-  bool operator==(const Position&) const = default;
 };
 
 struct TerminalOptions {
@@ -55,7 +54,6 @@ class TerminalSession {
   [[nodiscard]] std::string Screen() const;      // the rows without blanks at their ends and below
   [[nodiscard]] std::string Marks() const;       // cursor 11,5 \n standout 11,5 "Quit" \n
   [[nodiscard]] std::string Picture() const { return Screen() + Marks(); }
-  [[nodiscard]] Position Cursor() const;
   [[nodiscard]] bool Cooked() const;  // whether the line edits and echoes as it does for a shell
   [[nodiscard]] int Bells() const { return bells_; }
 
