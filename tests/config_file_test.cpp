@@ -18,12 +18,10 @@ extern "C" int fallocate(int file, int mode, off_t offset, off_t size) {
   return reserve_error != 0 ? -1 : static_cast<int>(result);
 }
 
-namespace {
-
 using namespace std::string_literals;
 using ConfigFile = StoreTest;
 
-std::string Dir(const char* root, const char* node) {
+static std::string Dir(const char* root, const char* node) {
   root == nullptr ? unsetenv("HLVHOME0000") : setenv("HLVHOME0000", root, 1);
   test_node_name = node;
   char dir[kPathSize] = "as before";
@@ -158,5 +156,3 @@ TEST_F(ConfigFile, AFileWithoutRoomForItsNewTextStaysAsItIs) {
   reserve_error = 0;
   EXPECT_EQ(ReadFile(kFile), "");
 }
-
-}  // namespace

@@ -5,15 +5,13 @@
 #include "config/config_file.h"
 #include "support/test_files.h"
 
-namespace {
-
 using Evseccfg = StoreTest;
 
 constexpr const char* kLines = "#mine\n-n=a,u,E\n\n-n=b,u,D\n-n=a,v,W\n-n=a,u,x\n";
 
 // Looks up the record with two masks like "alpha,ops". Returns the result and the mode, "-" if
 // none.
-std::string LookUp(const std::string& masks) {
+static std::string LookUp(const std::string& masks) {
   WLNSRec rec{};
   WLNSParseLine(&rec, (masks + ",-").c_str());
   const int result = WLNSGetRec(&rec);
@@ -21,7 +19,7 @@ std::string LookUp(const std::string& masks) {
 }
 
 // Applies one change to kLines. Returns its result, and the records if the file was rewritten.
-std::string Change(int (*change)(const WLNSRec*), const WLNSRec& rec) {
+static std::string Change(int (*change)(const WLNSRec*), const WLNSRec& rec) {
   WriteFile(kFile, kLines);
   const std::string result = std::to_string(change(&rec));
   return ReadFile(kFile) == kLines ? result : result + " " + TakeText(WLNSGetAllRecs());
@@ -71,5 +69,3 @@ TEST_F(Evseccfg, ChangesTheFirstOfAPairInItsPlace) {
   EXPECT_EQ(WLNSUpdateRec(nullptr), -1);
   EXPECT_EQ(WLNSDeleteRec(nullptr), -1);
 }
-
-}  // namespace

@@ -36,10 +36,9 @@ TEST(KeyInput, EveryKeyIsTracedAndANewSizeTearsNoSequence) {
   const auto terminal = Start([] { return ReadKeys(5).append("\n" + ReadFile(LogFileName)); });
   const std::pair<std::string, int> steps[] = {{kUp + "\033[Pq", 20}, {"\033", 30}, {"", 40}};
   for (const auto& [keys, rows] : steps) {
-    terminal->Send(keys);
-    EXPECT_TRUE(terminal->Settle());
-    terminal->Resize(rows, 80);
-    EXPECT_TRUE(terminal->Settle());
+    terminal->Type(keys);
+    terminal->Resize({.rows = rows});
+    terminal->Type("");
   }
   terminal->Send("[B");
   ExpectText(terminal->Result(), "traces/key_input.txt");

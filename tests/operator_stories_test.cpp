@@ -15,8 +15,6 @@ void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
   return size == refused_size ? nullptr : operator new[](size);
 }
 
-namespace {
-
 using OperatorStories = SuperuserTest;
 using OperatorStoriesOfAnyUser = ProgramTest;
 
@@ -24,15 +22,15 @@ using OperatorStoriesOfAnyUser = ProgramTest;
 const std::string kLongNode = Times(6, "0123456789") + "node";
 const std::string kLongUserid = Times(3, "0123456789") + "id";
 
-std::string Stored(const std::string& node, const std::string& userid) {
+static std::string Stored(const std::string& node, const std::string& userid) {
   return "Configuration for node <" + node + "> user <" + userid + "> successfully updated";
 }
 
-std::string NotFound(const std::string& node, const std::string& userid) {
+static std::string NotFound(const std::string& node, const std::string& userid) {
   return "Entry for Node <" + node + "> & User <" + userid + "> not found";
 }
 
-void ExpectInTrace(const std::string& lines) {
+static void ExpectInTrace(const std::string& lines) {
   const std::string trace = ReadFile("trace");
   EXPECT_NE(trace.find(lines), std::string::npos) << lines << "is not in:\n" << trace;
 }
@@ -211,5 +209,3 @@ TEST_F(OperatorStories, TracesAWholeRun) {
   Leave();
   ExpectText(ReadFile("trace"), "traces/whole_run.txt");
 }
-
-}  // namespace

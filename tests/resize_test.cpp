@@ -8,25 +8,21 @@ using Size = TerminalOptions;
 
 class Resize : public SuperuserTest {
  protected:
-  void StartAt(Size size, const std::string& keys, const std::string& arguments = "",
-               const std::string& by = "") {
-    std::vector<std::string> records{"alpha,ops,E"};
-    for (int node = 0; node < 25; ++node) records.push_back("node" + std::to_string(node) + ",u,E");
-    WriteFile(file_, ConfigText(records));
-    Start(arguments, by, size);
-    Type(keys);
+  Resize() {
+    std::string records = "-n=alpha,ops,E\n";
+    for (int node = 0; node < 25; ++node) records += "-n=node" + std::to_string(node) + ",u,E\n";
+    WriteFile(file_, records);
   }
 
-  // The program is to act without a key, and on the keys then.
-  static void ResizeTo(const Size& size, TerminalSession& terminal, const std::string& keys = "") {
-    terminal.Resize(size.rows, size.cols);
-    EXPECT_TRUE(terminal.Settle()) << terminal.Picture();
-    terminal.Send(keys);
-    EXPECT_TRUE(terminal.Settle()) << terminal.Picture();
+  // Without keys the program is to act all the same.
+  static std::string Resized(TerminalSession& terminal, const Size& size,
+                             const std::string& keys = "") {
+    terminal.Resize(size);
+    terminal.Type(keys);
+    return terminal.Picture();
   }
 };
 
-const Size kUsual{24, 80};
 const std::string kAlpha = "alpha" + kDown + "ops" + kEnter;
 const std::string kLetters = "abcdefghijklmnopqrstuvwxyzabcdefghijklmnopqrstuvwxyz0123456789AB";
 
@@ -51,43 +47,39 @@ const struct {
     {"question before removal", kRemove + kAlpha + kLeft, {10, 50}, false},
 };
 
-// Sizes at which no field shows, or no more than one menu entry without the ones beside it.
-const Size kTooSmall[] = {{1, 1}, {24, 1}, {40, 1}, {1, 80}, {4, 80}, {6, 20}, {24, 25}};
-
 TEST_F(Resize, EverythingStandsAsIfOpenedAtTheNewSize) {
+  const auto expect_same = [](const std::string& resized, const std::string& fresh) {
+    EXPECT_TRUE(resized == fresh) << "resized:\n" << resized << "opened at that size:\n" << fresh;
+  };
   for (const auto& [name, keys, least, outlives, by] : kScenes) {
     SCOPED_TRACE(name);
-    StartAt(kUsual, keys, "", by);
+    Start("", by);
+    Type(keys);
+    const std::string before = terminal_->Picture();
     std::unique_ptr<TerminalSession> resized;
     resized.swap(terminal_);
-    for (const Size& size : {Size{30, 100},
-                             {20, 60},
-                             {24, 75},
-                             kUsual,
-                             least,
-                             kUsual,
-                             {24, 50},
-                             kUsual,
-                             {50, 132},
-                             kUsual}) {
+    for (const Size& size : {{30, 100}, {20, 60}, {24, 75}, least, {24, 50}, Size{50, 132}}) {
       if (size.rows < least.rows || size.cols < least.cols) continue;
-      for (const Size& too_small : kTooSmall) {
-        if (outlives) ResizeTo(too_small, *resized, "X" + kDelete + "\b" + kUp + kDown);
+      Start("", by, size);
+      Type(keys);
+      expect_same(Resized(*resized, size), terminal_->Picture());
+      for (const Size& no_field_shows :
+           {{1, 1}, {24, 1}, {40, 1}, {1, 80}, {4, 80}, Size{24, 25}}) {
+        if (outlives) Resized(*resized, no_field_shows, "X" + kDelete + "\b" + kUp + kDown);
       }
-      ResizeTo(size, *resized);
-      StartAt(size, keys, "", by);
-      EXPECT_EQ(resized->Picture(), terminal_->Picture()) << size.rows << "x" << size.cols;
+      expect_same(Resized(*resized, {}), before);
     }
     EXPECT_EQ(resized->Bells(), 0);
   }
 }
 
 TEST_F(Resize, RepaintsAfterAStopAndTracesNothing) {
-  StartAt(kUsual, kAdd, "-d -f trace");
+  Start("-d -f trace");
+  Type(kAdd);
   const std::string picture = terminal_->Picture();
   const std::string trace = ReadFile("trace");
   terminal_->Signal(SIGSTOP);
-  terminal_->Resize(kUsual.rows, kUsual.cols);
+  terminal_->Resize({});
   terminal_->Signal(SIGCONT);
   Type("");
   EXPECT_EQ(terminal_->Picture(), picture);
@@ -96,9 +88,9 @@ TEST_F(Resize, RepaintsAfterAStopAndTracesNothing) {
 
 TEST_F(Resize, ADimensionFixedByTheEnvironmentStays) {
   Start("", "env COLUMNS=70");
-  ResizeTo({30, 100}, *terminal_);
+  Resized(*terminal_, {30, 100});
   EXPECT_EQ(terminal_->Row(29), "+" + std::string(68, '-') + "+" + std::string(30, ' '));
   Start("", "env LINES=20");
-  ResizeTo({30, 100}, *terminal_);
+  Resized(*terminal_, {30, 100});
   EXPECT_EQ(terminal_->Row(19), "+" + std::string(98, '-') + "+");
 }

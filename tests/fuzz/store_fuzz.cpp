@@ -11,11 +11,9 @@
 #include "config/evseccfg.h"
 #include "support/test_files.h"
 
-namespace {
-
 using Record = std::pair<std::string, std::string>;  // both masks with their comma; mode
 
-std::vector<Record> ModelRead(const std::string& text) {
+static std::vector<Record> ModelRead(const std::string& text) {
   std::vector<Record> records;
   for (std::size_t at = 0, length = 0; at < text.size(); at += length) {
     length = std::min({text.find('\n', at), text.size() - 1, at + 254}) + 1 - at;
@@ -31,13 +29,11 @@ std::vector<Record> ModelRead(const std::string& text) {
   return records;
 }
 
-std::string ModelText(const std::vector<Record>& records) {
+static std::string ModelText(const std::vector<Record>& records) {
   std::string text = kComments;
   for (const auto& [masks, mode] : records) text += "-n=" + masks + "," + mode + "\n";
   return text;
 }
-
-}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
   const std::string text(data, data + size);

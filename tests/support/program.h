@@ -3,11 +3,6 @@
 // The program on a terminal and an installation of its own, driven by an operator's keys.
 
 #include <gtest/gtest.h>
-#include <unistd.h>
-
-#include <stdexcept>
-#include <string>
-#include <vector>
 
 #include "platform/hlv_nodename.h"
 #include "support/keys.h"
@@ -44,11 +39,7 @@ class ProgramTest : public ::testing::Test {
     if (terminal_->Settle() && geteuid() != 0 && by.empty()) Type("o");
   }
 
-  // Sends the keys and waits until the program has acted on all of them.
-  void Type(const std::string& keys) {
-    terminal_->Send(keys);
-    if (!terminal_->Settle()) throw std::runtime_error("ended or hangs: " + terminal_->Picture());
-  }
+  void Type(const std::string& keys) { terminal_->Type(keys); }
 
   // Types keys that must bring up a message, or a question to be answered.
   void TypeAndRead(const std::string& keys, const std::string& text,

@@ -21,8 +21,6 @@
 
 #include "support/test_files.h"
 
-namespace {
-
 using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::seconds kPatience{5};
@@ -30,18 +28,18 @@ constexpr std::size_t kMostPerDrain = 1 << 20;  // all that a line holds, but no
 // Every cell becomes an E that stands out, and the cursor moves; text comes out as before.
 constexpr std::string_view kRubbish = "\0337\033[7m\033#8\0338\033[2;3H";
 
-winsize WindowSize(int rows, int cols) {
-  return {static_cast<unsigned short>(rows), static_cast<unsigned short>(cols), 0, 0};
+static winsize WindowSize(const TerminalOptions& size) {
+  return {static_cast<unsigned short>(size.rows), static_cast<unsigned short>(size.cols), 0, 0};
 }
 
 // Any answer but a clear "nothing to read" counts as input.
-bool NothingToRead(int fd, int timeout_milliseconds) {
+static bool NothingToRead(int fd, int timeout_milliseconds) {
   pollfd entry{fd, POLLIN, 0};
   return poll(&entry, 1, timeout_milliseconds) == 0;
 }
 
 // The state alone cannot tell a wait for a key from one for a child, but may be all there is.
-bool AsleepForKey(pid_t pid) {
+static bool AsleepForKey(pid_t pid) {
   const std::string directory = "/proc/" + std::to_string(pid);
   const bool asleep = ReadFile(directory + "/stat").find(") S") != std::string::npos;
   const std::string call = ReadFile(directory + "/syscall");
@@ -50,7 +48,7 @@ bool AsleepForKey(pid_t pid) {
 }
 
 // The same environment and signals for the child wherever the tests run.
-void PinSurroundings(const TerminalOptions& options) {
+static void PinSurroundings(const TerminalOptions& options) {
   for (const char* name : {"LINES", "COLUMNS", "TERMINFO"}) unsetenv(name);
   setenv("TERM", options.term, 1);
   setenv("LC_ALL", "C", 1);
@@ -58,30 +56,27 @@ void PinSurroundings(const TerminalOptions& options) {
   for (int number : {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGTERM, SIGTSTP, SIGXFSZ}) {
     (void)std::signal(number, SIG_DFL);
   }
-  sigset_t none;
-  sigemptyset(&none);
+  const sigset_t none{};
   sigprocmask(SIG_SETMASK, &none, nullptr);
 }
 
 // Ends like any program, so that leaks are found in it.
-[[noreturn]] void RunChild(const std::function<std::string()>& body, int result,
-                           const TerminalOptions& options) noexcept {
+[[noreturn]] static void RunChild(const std::function<std::string()>& body, int result,
+                                  const TerminalOptions& options) noexcept {
   PinSurroundings(options);
   const std::string text = body();
   std::exit(write(result, text.data(), text.size()) < 0 ? EXIT_FAILURE : EXIT_SUCCESS);
 }
 
-VTermScreenCell Cell(const VTermScreen* screen, int row, int col) {
+static VTermScreenCell Cell(const VTermScreen* screen, int row, int col) {
   VTermScreenCell cell{};
   vterm_screen_get_cell(screen, {row, col}, &cell);
   return cell;
 }
 
-}  // namespace
-
 TerminalSession::TerminalSession(const std::function<std::string()>& body,
                                  const TerminalOptions& options)
-    : size_(WindowSize(options.rows, options.cols)),
+    : size_(WindowSize(options)),
       terminal_(vterm_new(options.rows, options.cols), vterm_free),
       screen_(vterm_obtain_screen(terminal_.get())),
       result_(memfd_create("result", MFD_CLOEXEC)) {
@@ -149,6 +144,11 @@ void TerminalSession::Send(std::string_view keys) {
   EXPECT_EQ(write(master_, keys.data(), keys.size()), std::ssize(keys)) << "too many at once";
 }
 
+void TerminalSession::Type(std::string_view keys) {
+  Send(keys);
+  if (!Settle()) throw std::runtime_error("ended or hangs:\n" + Picture());
+}
+
 void TerminalSession::Signal(int number) {
   if (!Ended()) kill(pid_, number);
 }
@@ -158,10 +158,10 @@ void TerminalSession::HangUp() {
   for (int* end : {&master_, &slave_}) close(std::exchange(*end, -1));
 }
 
-void TerminalSession::Resize(int rows, int cols) {
+void TerminalSession::Resize(const TerminalOptions& size) {
   Drain();
-  size_ = WindowSize(rows, cols);
-  vterm_set_size(terminal_.get(), rows, cols);
+  size_ = WindowSize(size);
+  vterm_set_size(terminal_.get(), size.rows, size.cols);
   vterm_input_write(terminal_.get(), kRubbish.data(), kRubbish.size());
   ioctl(master_, TIOCSWINSZ, &size_);
 }

@@ -16,10 +16,6 @@
 struct VTerm;
 struct VTermScreen;
 
-struct Position {
-  int row, col;
-};
-
 struct TerminalOptions {
   int rows = 24, cols = 80;
   const char* term = "tmux";
@@ -38,10 +34,12 @@ class TerminalSession {
   }
   ~TerminalSession();  // kills and reaps a child that is still there
 
-  void Send(std::string_view keys);  // the bytes a terminal would send
-  void Signal(int number);           // to the child alone
-  void HangUp();                     // the line drops: SIGHUP, and end of input for ever
-  void Resize(int rows, int cols);   // SIGWINCH, and rubbish in every cell
+  void Send(std::string_view keys);          // the bytes a terminal would send
+  void Signal(int number);                   // to the child alone
+  void HangUp();                             // the line drops: SIGHUP, and end of input for ever
+  void Resize(const TerminalOptions& size);  // SIGWINCH, and rubbish in every cell
+
+  void Type(std::string_view keys);  // sends keys; throws unless it settles then
 
   // Waiting gives up and kills the child after five seconds: a failing test waits but once.
   // Returns false then, or as soon as the child has ended or the line is gone.

@@ -89,15 +89,14 @@ struct Story {
 
 // Plays the stories, each on a terminal of its own that gets the sizes one after another.
 inline void Play(const std::vector<Story>& stories, const TerminalOptions& options,
-                 const std::vector<Position>& sizes = {}) {
+                 const std::vector<TerminalOptions>& sizes = {}) {
   for (const auto& [picture, body, keys, last_keys, result] : stories) {
     SCOPED_TRACE(picture);
     const auto terminal = Start(body, options);
-    terminal->Send(keys);
-    EXPECT_TRUE(terminal->Settle());
-    for (const auto& [rows, cols] : sizes) {
-      terminal->Resize(rows, cols);
-      EXPECT_TRUE(terminal->Settle());
+    terminal->Type(keys);
+    for (const TerminalOptions& size : sizes) {
+      terminal->Resize(size);
+      terminal->Type("");
     }
     ExpectPicture(*terminal, picture);
     const std::string bells = Times(terminal->Bells(), ", bell");
