@@ -42,30 +42,28 @@ TEST_F(ConfigFile, Directory) {
   EXPECT_EQ(Dir(root.c_str(), "alpha"), "0 " + root + "/opr/config/alpha/");  // 255 bytes
 }
 
-TEST_F(ConfigFile, ALineIsTrimmedInPlace) {
-  std::string line = "  -n=a b, u ,W \t\x01\r\n";
-  WLNSTrimLine(line.data());
-  EXPECT_STREQ(line.c_str(), "-n=a b, u ,W");
-}
-
-TEST_F(ConfigFile, Lines) {
+TEST_F(ConfigFile, LinesAreReadAndWrittenByteForByte) {
   const std::string node(64, 'n');
   const std::string user(32, 'u');
   const std::string line = "-n=a,b,E" + std::string(246, ' ');  // 254 bytes
   const std::string cases[][2] = {
-      {line + " -n=c,d,W\n" + line + "-n=c,d,W\n", "a,b,E;c,d,W;a,b,E;"},
-      {"   -n=alpha,root,Enabled\r\n\n-n=b,c,x", "alpha,root,E;b,c,x;"},
+      {line + " -n=c,d,W\n" + line + "-n=c,d,W\n", "-n=a,b,E\n-n=c,d,W\n-n=a,b,E\n"},
+      {"#mine\n   -n=alpha,root,Enabled\r\n\n-n=b,c,x", "-n=alpha,root,E\n-n=b,c,x\n"},
       {"#\n\n\t-n=a,b,E\n-N=a,b,E\n# -n=a,b,E\n-n\n \r\nn=a,b,E\n", ""},
-      {"-n=al pha, u ,! \t\x01\n-n=a,b, E\n-n=a,b, \n", "al pha, u ,!;a,b, ;a,b,;"},
-      {"-n=\x80,\xff\x7f,\xfe\n-n=a,b\xff \x1f\n", "\x80,\xff\x7f,\xfe;a,b\xff,;"},
-      {"-n=a\n-n=a,b\n-n=a,,E\n-n=,,E\n", "a,,;a,b,;a,,E;,,E;"},
-      {"-n=" + node + "6789," + user + "5678,W\n-n=" + node + "," + user + ",W\n",
-       node + "," + user + ",W;" + node + "," + user + ",W;"},
-      {"-n=a,b,E\0-n=x,y,W\n-n=c\0,d,W\n\0-n=x,y,W\n"s, "a,b,E;c,,;"}};
-  for (const auto& [text, records] : cases) {
+      {"-n=al pha, u ,! \t\x01\n-n=a,b, E\n-n=a,b, \n", "-n=al pha, u ,!\n-n=a,b, \n-n=a,b,\n"},
+      {"-n=\x80,\xff\x7f,\xfe\n-n=a,b\xff \x1f\n", "-n=\x80,\xff\x7f,\xfe\n-n=a,b\xff,\n"},
+      {"-n=a\n-n=a,b\n-n=a,,E\n-n=,,E\n", "-n=a,,\n-n=a,b,\n-n=a,,E\n-n=,,E\n"},
+      {"-n=" + node + "6789," + user + "5678,W\n", "-n=" + node + "," + user + ",W\n"},
+      {"-n=" + node + "," + user + ",W\n", "-n=" + node + "," + user + ",W\n"},
+      {"-n=a,b,E\0-n=x,y,W\n-n=c\0,d,W\n\0-n=x,y,W\n"s, "-n=a,b,E\n-n=c,,\n"}};
+  for (const auto& [text, rewritten] : cases) {
     WriteFile(kFile, text);
-    EXPECT_EQ(TakeText(WLNSGetAllRecs()), records) << text;
+    EXPECT_EQ(WLNSWriteRecs(WLNSGetAllRecs()), 0);
+    EXPECT_EQ(ReadFile(kFile), kComments + rewritten);
   }
+  std::string trimmed = "  -n=a b, u ,W \t\x01\r\n";
+  WLNSTrimLine(trimmed.data());
+  EXPECT_STREQ(trimmed.c_str(), "-n=a b, u ,W");
 }
 
 TEST_F(ConfigFile, ReadCursor) {
@@ -93,12 +91,6 @@ TEST_F(ConfigFile, WhatIsNoFileOrMayNotBeReadHasNoRecords) {
     EXPECT_EQ(WLNSReadError(), 0) << prepare;
     [[maybe_unused]] const int as_before = seteuid(getuid());
   }
-}
-
-TEST_F(ConfigFile, RewritesByteForByte) {
-  WriteFile(kFile, "#mine\n\n-n=b,c,D\n  -n=a,\xff,Wx\n-n=a\n-n=,,!\n-n= a , b , E\n");
-  EXPECT_EQ(WLNSWriteRecs(WLNSGetAllRecs()), 0);
-  EXPECT_EQ(ReadFile(kFile), kComments + "-n=b,c,D\n-n=a,\xff,W\n-n=a,,\n-n=,,!\n-n= a , b , \n"s);
 }
 
 TEST_F(ConfigFile, MakesTheNodeDirectoryWhateverTheRoot) {

@@ -1,13 +1,22 @@
 #include "config/evseccfg.h"
 
-#include <cerrno>
-
 #include "config/config_file.h"
 #include "support/test_files.h"
 
 using Evseccfg = StoreTest;
 
 constexpr const char* kLines = "#mine\n-n=a,u,E\n\n-n=b,u,D\n-n=a,v,W\n-n=a,u,x\n";
+
+// Returns a list of records as "alpha,ops,E;beta,root,D;" and releases it.
+static std::string TakeText(WLNSRec* first) {
+  const RecordList list(first);
+  std::string text;
+  for (const WLNSRec* rec = first; rec != nullptr; rec = rec->next) {
+    text.append(rec->nodemask).append(",").append(rec->usermask).append(",") += rec->mode;
+    text += ';';
+  }
+  return text;
+}
 
 // Looks up the record with two masks like "alpha,ops". Returns the result and the mode, "-" if
 // none.

@@ -37,6 +37,8 @@ const struct {
     {"menu", "", {7, 30}, true},
     {"last menu entry", kUp, {13, 30}, true},
     {"notice over the menu", "", {10, 50}, false, kByOrdinaryUser},
+    {"menu of a fixed width", "", {24, 75}, false, "env COLUMNS=70"},
+    {"menu of a fixed height", "", {20, 30}, false, "env LINES=20"},
     {"add form with values", kAdd + "abc" + kDown + "u" + kLeft, {8, 30}, true},
     {"add form with a long value", kAdd + kLetters, {8, 30}, true},
     {"long value at its start", kAdd + kLetters + Times(64, kLeft), {8, 30}, true},
@@ -84,13 +86,4 @@ TEST_F(Resize, RepaintsAfterAStopAndTracesNothing) {
   Type("");
   EXPECT_EQ(terminal_->Picture(), picture);
   EXPECT_EQ(ReadFile("trace"), trace);
-}
-
-TEST_F(Resize, ADimensionFixedByTheEnvironmentStays) {
-  Start("", "env COLUMNS=70");
-  Resized(*terminal_, {30, 100});
-  EXPECT_EQ(terminal_->Row(29), "+" + std::string(68, '-') + "+" + std::string(30, ' '));
-  Start("", "env LINES=20");
-  Resized(*terminal_, {30, 100});
-  EXPECT_EQ(terminal_->Row(19), "+" + std::string(98, '-') + "+");
 }

@@ -11,13 +11,9 @@
 #include <unistd.h>
 #include <vterm.h>
 
-#include <cerrno>
 #include <chrono>
 #include <csignal>
-#include <cstdio>
-#include <cstdlib>
 #include <sstream>
-#include <system_error>
 
 #include "support/test_files.h"
 

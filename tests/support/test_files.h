@@ -8,12 +8,8 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
-#include <string>
-#include <utility>
 
 // A new working directory, removed at the end. Every user may read it and what is made in it.
 struct TemporaryDirectory {
@@ -62,13 +58,3 @@ class StoreTest : public testing::Test {
   }
   TemporaryDirectory directory_;
 };
-
-// Returns a list of records as "alpha,ops,E;beta,root,D;" and releases it.
-std::string TakeText(auto* rec) {
-  std::string text;
-  for (; rec != nullptr; delete std::exchange(rec, rec->next)) {
-    text.append(rec->nodemask).append(",").append(rec->usermask).append(",");
-    text.append(&rec->mode, rec->mode != '\0').append(";");
-  }
-  return text;
-}
