@@ -12,8 +12,7 @@ static std::string TakeText(WLNSRec* first) {
   const RecordList list(first);
   std::string text;
   for (const WLNSRec* rec = first; rec != nullptr; rec = rec->next) {
-    text.append(rec->nodemask).append(",").append(rec->usermask).append(",") += rec->mode;
-    text += ';';
+    text.append(rec->nodemask).append(",").append(rec->usermask).append({',', rec->mode, ';'});
   }
   return text;
 }

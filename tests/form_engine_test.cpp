@@ -26,7 +26,7 @@ static std::string RunAnother(WINDOW* window, ScreenField* /*field*/) {
   return Restore(window), "";
 }
 
-TEST(FormEngine, KeysAndHandlersActOnTheFieldUnderTheCursor) {
+TEST(FormEngine, KeysHandlersAndNewSizesActOnTheFieldUnderTheCursor) {
   const std::string full = "abcdefgh";
   const std::string f1_to_f13 = kOtherFunctionKeys + kF3 + kF4 + "\033[1;2P";
   const std::string all_but_f13 = "F1, F2, F5, F6, F7, F8, F9, F10, F11, F12, F3, F4, ";
@@ -53,22 +53,15 @@ TEST(FormEngine, KeysAndHandlersActOnTheFieldUnderTheCursor) {
       {"form_moved_beyond_b", Form("abc", MoveTo(4, 6)), kF2 + "X", "", "no field, [abc]"},
       {"form_moved_away", Form("abc", MoveTo(4, 1)), kF2 + "X" + kDown, "", "no field, [abc]"},
       {"form_after_form", Form("", RunAnother), full + kF2 + "xy\r", "", "[abcdefgh] changed"},
-      {"form_changed_by_handler", Form("", ChangeA), full + kF2, kCtrlH, "[ABCDEFG] changed"}};
+      {"form_changed_by_handler", Form("", ChangeA), full + kF2, kCtrlH, "[ABCDEFG] changed"},
+      {"form_narrower", Form("abcdef"), kRight, "", "[abcdef]", Sizes{{8, 8}}},
+      {"form_scrolled_along", Form("abcdef"), Times(5, kRight), "", "[abcdef]", Sizes{{8, 8}}},
+      {"form_behind_the_end", Form("abc", MoveTo(2, 6)), kF2, "X", "[abcX] changed", Sizes{{8, 8}}},
+      {"form_cut_off", Form("abc"), "", kDown + kDown + kUp + "X", "[Xbc] changed", Sizes{{6, 10}}},
+      {"form_too_low", Form("abc"), "", kDelete + kDown + "X", "no field, [abc]", Sizes{{2, 10}}}};
   Play(stories, {.rows = 8, .cols = 10});
   Play({{"form_deleted", Form("abc"), f0_and_delete, keypad_enter, "[bc] changed"}},
        {.rows = 8, .cols = 10, .term = "vt100"});
-}
-
-TEST(FormEngine, FollowsTheSizeOfTheTerminal) {
-  const std::vector<Story> stories = {
-      {"form_narrower", Form("abcdef"), kRight, "", "[abcdef]"},
-      {"form_scrolled_along", Form("abcdef"), Times(5, kRight), "", "[abcdef]"},
-      {"form_behind_the_end", Form("abc", MoveTo(2, 6)), kF2, "X", "[abcX] changed"}};
-  Play(stories, {.rows = 8, .cols = 10}, {{8, 8}});
-  Play({{"form_cut_off", Form("abc"), "", kDown + kDown + kUp + "X", "[Xbc] changed"}},
-       {.rows = 8, .cols = 10}, {{6, 10}});
-  Play({{"form_too_low", Form("abc"), "", kDelete + kDown + "X", "no field, [abc]"}},
-       {.rows = 8, .cols = 10}, {{2, 10}});
 }
 
 TEST(FormEngine, EditsAreTraced) {

@@ -22,27 +22,24 @@ static Body List(int count) {
 }
 
 TEST(ListBox, KeysMoveThroughTheItemsAndChooseOne) {
-  const TerminalOptions usual{.rows = 22, .cols = 73};
-  const std::string to_item0 = kUp + kLeft + kRight + "o";
-  const std::string to_item24 = Times(30, kDown);
+  const Body three = List(3);
+  const Body many = List(25);
+  const std::string to_end = Times(30, kDown);
   const std::vector<Story> stories = {
-      {"list_box_three_items", List(3), kF2 + to_item0, kEnter, "4 calls, [item0] changed"},
-      {"list_box_last_of_three", List(3), kF2 + to_item24, kEnter, "4 calls, [item2] changed"},
+      {"list_box_three_items", three, kF2 + kUp + kLeft + "o", kEnter, "4 calls, [item0] changed"},
+      {"list_box_last_of_three", three, kF2 + to_end, kEnter, "4 calls, [item2] changed"},
       {"list_box_no_items", List(0), kF2 + kDown + kUp, kEnter, "1 calls, [old]"},
-      {"list_box_last_row", List(25), kF2 + Times(9, kDown), kEnter, "26 calls, [item9] changed"},
-      {"list_box_at_the_end", List(25), kF2 + to_item24, kEnter, "26 calls, [item24] changed"},
-      {"list_box_back", List(25), kF2 + Times(24, kDown) + Times(30, kUp), kEnter,
-       "26 calls, [item0] changed"},
+      {"list_box_last_row", many, kF2 + Times(9, kDown), kEnter, "26 calls, [item9] changed"},
+      {"list_box_at_the_end", many, kF2 + to_end, kEnter, "26 calls, [item24] changed"},
+      {"list_box_back", many, kF2 + to_end + Times(30, kUp), kEnter, "26 calls, [item0] changed"},
       {"list_box_too_many_items", List(1030), kF2, kEnter, "1031 calls, [item0] changed"},
-      {"list_box_long_item", List(12), kF2, kEnter, "13 calls, [a\x01\x80zzzzzz] changed"}};
-  Play(stories, usual);
-  Play({{"list_box_just_fits", List(25), kF2 + Times(10, kDown), kEnter,
-         "26 calls, [item10] changed"}},
-       usual, {{19, 70}});
-  Play({{"list_box_too_low", List(25), kF2, "X", "26 calls, no box, [Xld] changed"}}, usual,
-       {{18, 73}, {22, 73}});
-  Play({{"list_box_too_narrow", List(25), kF2, "X", "26 calls, no box, [Xld] changed"}}, usual,
-       {{22, 69}});
-  Play({{"list_box_never_fits", List(25), kF2, "", "0 calls, no box, [old]"}},
+      {"list_box_long_item", List(12), kF2, kEnter, "13 calls, [a\x01\x80zzzzzz] changed"},
+      {"list_box_just_fits", many, kF2 + Times(10, kDown), kEnter, "26 calls, [item10] changed",
+       Sizes{{19, 70}}},
+      {"list_box_too_low", many, kF2, "X", "26 calls, no box, [Xld] changed",
+       Sizes{{18, 73}, {22, 73}}},
+      {"list_box_too_narrow", many, kF2, "X", "26 calls, no box, [Xld] changed", Sizes{{22, 69}}}};
+  Play(stories, {.rows = 22, .cols = 73});
+  Play({{"list_box_never_fits", many, kF2, "", "0 calls, no box, [old]"}},
        {.rows = 18, .cols = 73});
 }

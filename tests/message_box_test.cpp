@@ -14,7 +14,6 @@ static Body Ask(int type, const std::string& question = "Sure?") {
 }
 
 TEST(MessageBox, ShowsTextAndButtonsUntilOneIsChosen) {
-  const TerminalOptions usual{.rows = 15, .cols = 55};
   const std::string text = Times(13, "abcdefghijklmnopqrstuvwxyz");
   const Body yes_no = Ask(MBOX_YESNO);
   const Body yes_no_cancel = Ask(MBOX_YESNOCANCEL);
@@ -34,13 +33,12 @@ TEST(MessageBox, ShowsTextAndButtonsUntilOneIsChosen) {
       {"message_box_full", Ask(MBOX_OKCANCEL, text), kF2, "c", "cancel, [value]"},
       {"message_box_closed", yes_no, kF2 + "n", "", "no, [value]"},
       {"message_box_closed", Ask(0), kF2, "", "none, [value]"},
-      {"message_box_closed", Ask(5), kF2, "", "none, [value]"}};
-  Play(stories, usual);
-  Play({{"message_box_just_fits", yes_no, kF2 + kRight, kEnter, "no, [value]"}}, usual, {{10, 50}});
-  const std::vector<Story> too_low = {
-      {"message_box_closed", yes_no, kF2, "y", "none, [yalue] changed"},
-      {"message_box_closed", yes_no, kF2 + "\033", "x", "none, [alue] changed"}};
-  Play(too_low, usual, {{9, 55}, {15, 55}});
-  Play({{"message_box_too_narrow", yes_no, kF2, "y", "none, [yalue] changed"}}, usual, {{15, 49}});
+      {"message_box_closed", Ask(5), kF2, "", "none, [value]"},
+      {"message_box_just_fits", yes_no, kF2 + kRight, kEnter, "no, [value]", Sizes{{10, 50}}},
+      {"message_box_closed", yes_no, kF2, "y", "none, [yalue] changed", Sizes{{9, 55}, {15, 55}}},
+      {"message_box_closed", yes_no, kF2 + "\033", "x", "none, [alue] changed",
+       Sizes{{9, 55}, {15, 55}}},
+      {"message_box_too_narrow", yes_no, kF2, "y", "none, [yalue] changed", Sizes{{15, 49}}}};
+  Play(stories, {.rows = 15, .cols = 55});
   Play({{"message_box_never_fits", yes_no, kF2, "", "none, [value]"}}, {.rows = 9, .cols = 55});
 }

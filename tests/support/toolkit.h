@@ -80,17 +80,18 @@ inline Body RunForm(ScreenField* table, const std::string& value, const Action& 
   };
 }
 
+using Sizes = std::vector<TerminalOptions>;
+
 struct Story {
   const char* picture;  // in tests/screens: what shows after the keys and new sizes
   Body body;
   std::string keys, last_keys;  // an Enter follows the last ones
   std::string result;           // of the body, and ", bell" for every bell before the last keys
+  Sizes sizes{};                // that the terminal gets after the keys
 };
 
-// Plays the stories, each on a terminal of its own that gets the sizes one after another.
-inline void Play(const std::vector<Story>& stories, const TerminalOptions& options,
-                 const std::vector<TerminalOptions>& sizes = {}) {
-  for (const auto& [picture, body, keys, last_keys, result] : stories) {
+inline void Play(const std::vector<Story>& stories, const TerminalOptions& options) {
+  for (const auto& [picture, body, keys, last_keys, result, sizes] : stories) {
     SCOPED_TRACE(picture);
     const auto terminal = Start(body, options);
     terminal->Type(keys);
