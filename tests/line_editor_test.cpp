@@ -21,11 +21,8 @@ struct Line {
   int offset, cursor;
 };
 
-struct Place {
-  int room, reach;
-};
-constexpr Place kCut{3, 2};  // by the right margin, before which the key Right stops
-constexpr Place kNoRoom{0, -1};
+constexpr int kCut = 3;  // characters of a longer value that show up to the right margin
+constexpr int kNoRoom = 0;
 
 TEST(LineEditor, KeysActOnValueOffsetAndCursor) {
   const struct {
@@ -33,8 +30,8 @@ TEST(LineEditor, KeysActOnValueOffsetAndCursor) {
     Line before;
     Key key;
     Line after;
-    EditResult outcome;
-    Place place = {kWidth, kWidth};
+    Edit outcome;
+    int room = kWidth;
   } cases[] = {
       {"left", {"abcde", 1, 2}, kLeft, {"abcde", 1, 1}, kMoved, kCut},
       {"left scrolls", {"abcde", 2, 2}, kLeft, {"abcde", 1, 1}, kMoved, kCut},
@@ -69,14 +66,15 @@ TEST(LineEditor, KeysActOnValueOffsetAndCursor) {
       {"still in sight", {"abcde", 1, 3}, kFit, {"abcde", 1, 3}, kNothing, kCut},
       {"under the mark", {"abcde", 1, 4}, kFit, {"abcde", 2, 4}, kNothing, kCut},
       {"the end out of sight", {"abcde", 1, 5}, kFit, {"abcde", 2, 5}, kNothing, kCut},
-      {"wider", {"abcde", 4, 4}, kFit, {"abcde", 2, 4}, kNothing, kCut},
-      {"beyond the end", {"abcde", 1, 9}, kFit, {"abcde", 2, 5}, kNothing, kCut},
+      {"no place left empty", {"abcde", 4, 4}, kFit, {"abcde", 2, 4}, kNothing, kCut},
+      {"cut to the end", {"abc", 0, 4}, kFit, {"abc", 0, 3}, kNothing},
       {"room is gone", {"abc", 0, 2}, kFit, {"abc", 2, 2}, kNothing, kNoRoom},
   };
-  for (const auto& [name, before, key, after, outcome, place] : cases) {
+  for (const auto& [name, before, key, after, outcome, room] : cases) {
     std::string buffer = before.value;
     buffer.resize(kWidth + 1);
-    LineEditor line{buffer.data(), kWidth, place.room, place.reach, before.offset, before.cursor};
+    const int reach = room < kWidth ? room - 1 : room;  // the key Right stops before the margin
+    LineEditor line{buffer.data(), kWidth, room, reach, before.offset, before.cursor};
     EXPECT_EQ(key(line), outcome) << name;
     EXPECT_EQ(buffer, after.value + std::string(buffer.size() - after.value.size(), '\0')) << name;
     EXPECT_EQ(line.ScrollOffset, after.offset) << name;

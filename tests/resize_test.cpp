@@ -1,7 +1,5 @@
 // The program on a terminal that changes its size.
 
-#include <csignal>
-
 #include "support/program.h"
 
 using Size = TerminalOptions;

@@ -25,19 +25,18 @@ TEST(ScreenTable, DownAndUpGoToTheFirstEnterableFieldOfALine) {
   }
 }
 
-TEST(ScreenTable, FieldsAndDynamicLabelsHaveBuffersWhileTheTableIsOpen) {
+TEST(ScreenTable, HasBuffersForValuesAndDynamicLabelsWhileItIsOpen) {
   ScreenField table[] = {Field(2, 5, 3, "a"), kLabel, kSentinel};
   table[1].flags = FLD_DYNLABEL;
-  EXPECT_EQ(AllocScreenFields(table), 0);
+  AllocScreenFields(table);
   SetValue(table, "abcdef");
   SetValue(table, table->value + 1);
   EXPECT_EQ(std::string(table->value, 4), std::string("bc\0\0", 4)) << "not cut or not cleared";
   EXPECT_EQ(std::string(table[1].label, kDynamicLabelSize), std::string(kDynamicLabelSize, '\0'));
-  EXPECT_EQ(FreeScreenFields(table), 0);
+  FreeScreenFields(table);
   SetValue(table, "closed");
   EXPECT_STREQ(Value(table), "");
-  EXPECT_STREQ(table[0].label, "Label");
-  EXPECT_EQ(table[1].label, nullptr);
+  EXPECT_TRUE(table[0].label != nullptr && table[1].label == nullptr);
 }
 
 // A form that F2 paints twice in a border of its own: the title is not taken for the border.

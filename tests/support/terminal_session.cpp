@@ -12,7 +12,6 @@
 #include <vterm.h>
 
 #include <chrono>
-#include <csignal>
 #include <sstream>
 
 #include "support/test_files.h"
@@ -20,7 +19,6 @@
 using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::seconds kPatience{5};
-constexpr std::size_t kMostPerDrain = 1 << 20;  // all that a line holds, but no endless flood
 // Every cell becomes an E that stands out, and the cursor moves; text comes out as before.
 constexpr std::string_view kRubbish = "\0337\033[7m\033#8\0338\033[2;3H";
 
@@ -43,23 +41,17 @@ static bool AsleepForKey(pid_t pid) {
                     call.starts_with(std::to_string(SYS_read) + " 0x0 "));
 }
 
-// The same environment and signals for the child wherever the tests run.
-static void PinSurroundings(const TerminalOptions& options) {
+// The same environment and signals for the body wherever the tests run. It ends like any program,
+// so that leaks are found in it.
+[[noreturn]] static void RunChild(const std::function<std::string()>& body, int result,
+                                  const TerminalOptions& options) noexcept {
   for (const char* name : {"LINES", "COLUMNS", "TERMINFO"}) unsetenv(name);
   setenv("TERM", options.term, 1);
   setenv("LC_ALL", "C", 1);
   setenv("ESCDELAY", "25", 1);
-  for (int number : {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGTERM, SIGTSTP, SIGXFSZ}) {
-    (void)std::signal(number, SIG_DFL);
-  }
+  for (int number = 1; number < SIGRTMIN; ++number) (void)std::signal(number, SIG_DFL);
   const sigset_t none{};
   sigprocmask(SIG_SETMASK, &none, nullptr);
-}
-
-// Ends like any program, so that leaks are found in it.
-[[noreturn]] static void RunChild(const std::function<std::string()>& body, int result,
-                                  const TerminalOptions& options) noexcept {
-  PinSurroundings(options);
   const std::string text = body();
   std::exit(write(result, text.data(), text.size()) < 0 ? EXIT_FAILURE : EXIT_SUCCESS);
 }
@@ -99,19 +91,18 @@ TerminalSession::~TerminalSession() {
 
 std::unique_ptr<TerminalSession> TerminalSession::Run(const std::string& command,
                                                       const TerminalOptions& options) {
-  const char* text = command.c_str();
-  return Call([=] { return std::to_string(execl("/bin/sh", "sh", "-c", text, nullptr)); }, options);
+  const auto run = [&] { return execl("/bin/sh", "sh", "-c", command.c_str(), nullptr); };
+  return Call([&] { return std::to_string(run()); }, options);
 }
 
 // Takes over what the child has written; returns whether that was anything.
 bool TerminalSession::Drain() {
   char buffer[4096];
-  std::size_t total = 0;
-  ssize_t count = 0;
-  while (total < kMostPerDrain && (count = read(master_, buffer, sizeof buffer)) > 0) {
-    total += vterm_input_write(terminal_.get(), buffer, static_cast<std::size_t>(count));
+  bool any = false;
+  for (ssize_t count = 0; (count = read(master_, buffer, sizeof buffer)) > 0; any = true) {
+    vterm_input_write(terminal_.get(), buffer, static_cast<std::size_t>(count));
   }
-  return total > 0;
+  return any;
 }
 
 bool TerminalSession::Ended() {
@@ -143,10 +134,6 @@ void TerminalSession::Send(std::string_view keys) {
 void TerminalSession::Type(std::string_view keys) {
   Send(keys);
   if (!Settle()) throw std::runtime_error("ended or hangs:\n" + Picture());
-}
-
-void TerminalSession::Signal(int number) {
-  if (!Ended()) kill(pid_, number);
 }
 
 void TerminalSession::HangUp() {
@@ -232,8 +219,4 @@ void ExpectText(const std::string& seen, const std::string& name) {
   ADD_FAILURE() << "seen instead of " << name << ":\n"
                 << seen << "To compare:  diff " << file << ' ' << kept.string()
                 << "\nTo accept:   cp " << kept.string() << ' ' << file;
-}
-
-void ExpectPicture(const TerminalSession& terminal, const std::string& name) {
-  ExpectText(terminal.Picture(), "screens/" + name + ".txt");
 }

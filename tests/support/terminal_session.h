@@ -8,6 +8,7 @@
 #include <sys/ioctl.h>
 #include <sys/types.h>
 
+#include <csignal>
 #include <functional>
 #include <memory>
 #include <string>
@@ -34,8 +35,8 @@ class TerminalSession {
   }
   ~TerminalSession();  // kills and reaps a child that is still there
 
-  void Send(std::string_view keys);          // the bytes a terminal would send
-  void Signal(int number);                   // to the child alone
+  void Send(std::string_view keys);                // the bytes a terminal would send
+  void Signal(int number) { kill(pid_, number); }  // to the child alone
   void HangUp();                             // the line drops: SIGHUP, and end of input for ever
   void Resize(const TerminalOptions& size);  // SIGWINCH, and rubbish in every cell
 
@@ -77,5 +78,6 @@ class TerminalSession {
 // beside the build, as the failure says.
 void ExpectText(const std::string& seen, const std::string& name);
 
-// The same of the terminal's picture and tests/screens/NAME.txt.
-void ExpectPicture(const TerminalSession& terminal, const std::string& name);
+inline void ExpectPicture(const TerminalSession& terminal, const std::string& name) {
+  ExpectText(terminal.Picture(), "screens/" + name + ".txt");
+}
