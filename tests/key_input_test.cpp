@@ -34,7 +34,8 @@ TEST(KeyInput, KeysAndSequencesComeBackAsOneKey) {
 
 TEST(KeyInput, EveryKeyIsTracedAndANewSizeTearsNoSequence) {
   const auto terminal = Start([] { return ReadKeys(5).append("\n" + ReadFile(LogFileName)); });
-  const std::pair<std::string, int> steps[] = {{kUp + "\033[Pq", 20}, {"\033", 30}, {"", 40}};
+  const std::pair<std::string, unsigned short> steps[] = {
+      {kUp + "\033[Pq", 20}, {"\033", 30}, {"", 40}};
   for (const auto& [keys, rows] : steps) {
     terminal->Type(keys);
     terminal->Resize({.rows = rows});

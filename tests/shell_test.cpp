@@ -63,7 +63,7 @@ TEST_F(Shell, StopsWhereItWaitsForAKeyAndGoesOn) {
   WriteFile("clear",
             "#!/bin/sh\nrm clear\nread -r _ _ _ _ leader _ <\"/proc/$$/stat\"\n"
             "kill -s TSTP \"$leader\"\nexec clear\n");
-  std::filesystem::permissions("clear", std::filesystem::perms{0755});
+  chmod("clear", 0755);
   terminal_ = TerminalSession::Run("set -m; PATH=.:$PATH ./program; echo " + at_start +
                                    "; read key; fg; echo " + by_key + "; read key; fg");
   for (const std::string& stopped : {at_start, by_key}) {

@@ -24,7 +24,7 @@ class ProgramTest : public ::testing::Test {
     setenv("HLVHOME0000", directory_.path.c_str(), 1);
     std::filesystem::create_directories(node_directory_);
     std::filesystem::copy_file(NODEWARDEN_PROGRAM, "program");  // where every user can reach it
-    std::filesystem::permissions("program", std::filesystem::perms{0755});
+    chmod("program", 0755);
   }
 
   // Starts the program on a terminal that shows old text and waits for its menu, or for its end.

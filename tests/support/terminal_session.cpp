@@ -22,10 +22,6 @@ constexpr std::chrono::seconds kPatience{5};
 // Every cell becomes an E that stands out, and the cursor moves; text comes out as before.
 constexpr std::string_view kRubbish = "\0337\033[7m\033#8\0338\033[2;3H";
 
-static winsize WindowSize(const TerminalOptions& size) {
-  return {static_cast<unsigned short>(size.rows), static_cast<unsigned short>(size.cols), 0, 0};
-}
-
 // Any answer but a clear "nothing to read" counts as input.
 static bool NothingToRead(int fd, int timeout_milliseconds) {
   pollfd entry{fd, POLLIN, 0};
@@ -64,7 +60,7 @@ static VTermScreenCell Cell(const VTermScreen* screen, int row, int col) {
 
 TerminalSession::TerminalSession(const std::function<std::string()>& body,
                                  const TerminalOptions& options)
-    : size_(WindowSize(options)),
+    : size_{options.rows, options.cols, 0, 0},
       terminal_(vterm_new(options.rows, options.cols), vterm_free),
       screen_(vterm_obtain_screen(terminal_.get())),
       result_(memfd_create("result", MFD_CLOEXEC)) {
@@ -143,7 +139,7 @@ void TerminalSession::HangUp() {
 
 void TerminalSession::Resize(const TerminalOptions& size) {
   Drain();
-  size_ = WindowSize(size);
+  size_ = {size.rows, size.cols, 0, 0};
   vterm_set_size(terminal_.get(), size.rows, size.cols);
   vterm_input_write(terminal_.get(), kRubbish.data(), kRubbish.size());
   ioctl(master_, TIOCSWINSZ, &size_);
@@ -191,15 +187,13 @@ std::string TerminalSession::Marks() const {
   VTermPos at{};
   vterm_state_get_cursorpos(vterm_obtain_state(terminal_.get()), &at);
   text << "cursor " << at.row << ',' << at.col << '\n';
-  const auto stands_out = [this](int row, int col) {
-    return Cell(screen_, row, col).attrs.reverse;
-  };
+  const auto marked = [this](int row, int col) { return Cell(screen_, row, col).attrs.reverse; };
   for (int row = 0; row < size_.ws_row; ++row) {
     for (int col = 0; col < size_.ws_col; ++col) {
-      if (!stands_out(row, col)) continue;
-      if (!stands_out(row, col - 1)) text << "standout " << row << ',' << col << " \"";
+      if (!marked(row, col)) continue;
+      if (!marked(row, col - 1)) text << "standout " << row << ',' << col << " \"";
       text << Row(row).at(static_cast<std::size_t>(col));
-      if (!stands_out(row, col + 1)) text << "\"\n";
+      if (!marked(row, col + 1)) text << "\"\n";
     }
   }
   return text.str();

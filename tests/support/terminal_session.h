@@ -18,7 +18,7 @@ struct VTerm;
 struct VTermScreen;
 
 struct TerminalOptions {
-  int rows = 24, cols = 80;
+  unsigned short rows = 24, cols = 80;
   const char* term = "tmux";
 };
 

@@ -15,7 +15,7 @@
 struct TemporaryDirectory {
   TemporaryDirectory() {
     umask(umask(0) & (S_IWGRP | S_IWOTH));
-    std::filesystem::permissions(path, std::filesystem::perms{0755});
+    chmod(path.c_str(), 0755);
     std::filesystem::current_path(path);
   }
   TemporaryDirectory(TemporaryDirectory&&) = delete;
