@@ -123,13 +123,12 @@ TEST_F(ConfigFile, AFileWithoutRoomForItsNewTextStaysAsItIs) {
   std::string text = kComments;
   for (int i = 0; i < 9999; ++i) text += "-n=a,b,E\n";
   const struct {
-    int error;  // of setting room aside
     rlim_t most_bytes;
-    int result;
-  } cases[] = {{ENOSPC, RLIM_INFINITY, ENOSPC}, {EDQUOT, RLIM_INFINITY, EDQUOT},
-               {EFBIG, RLIM_INFINITY, EFBIG},   {EOPNOTSUPP, RLIM_INFINITY, 0},
-               {0, text.size() - 1, EFBIG},     {0, text.size(), 0}};
-  for (const auto& [error, most_bytes, result] : cases) {
+    int error, result;  // of setting room aside, and of the writer
+  } cases[] = {{RLIM_INFINITY, ENOSPC, ENOSPC}, {RLIM_INFINITY, EDQUOT, EDQUOT},
+               {RLIM_INFINITY, EFBIG, EFBIG},   {RLIM_INFINITY, EOPNOTSUPP, 0},
+               {text.size() - 1, 0, EFBIG},     {text.size(), 0, 0}};
+  for (const auto& [most_bytes, error, result] : cases) {
     WriteFile(kFile, text);
     WLNSRec* const list = WLNSGetAllRecs();
     WriteFile(kFile, "#mine\n");

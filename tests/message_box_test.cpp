@@ -9,7 +9,7 @@ static Body Ask(int type, const std::string& question = "Sure?") {
   return RunForm(form, "value", [=](WINDOW* window, ScreenField* /*field*/) {
     const int answer = MessageBox(window, question.c_str(), type);
     constexpr std::array kWords{"none", "?", "yes", "no", "ok", "cancel"};
-    return kWords.at(static_cast<std::size_t>(answer + 1)) + std::string(", ");
+    return kWords.at(static_cast<std::size_t>(answer) + 1) + std::string(", ");
   });
 }
 

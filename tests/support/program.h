@@ -31,8 +31,8 @@ class ProgramTest : public ::testing::Test {
   // Closes the notice for an ordinary user, unless a command `by` that sets who it is runs it.
   void Start(const std::string& arguments = "", const std::string& by = "",
              const TerminalOptions& options = {}) {
-    if (std::system((by + " test -x program").c_str()) != 0) {
-      throw std::runtime_error(directory_.path + " lets not every user in, or runs no programs");
+    if (std::system((by + " test -x " + directory_.path + "/program").c_str()) != 0) {
+      throw std::runtime_error(directory_.path + " must be open to all users and run programs");
     }
     terminal_ =
         TerminalSession::Run("echo old text; exec " + by + " ./program " + arguments, options);

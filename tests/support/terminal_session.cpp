@@ -123,7 +123,7 @@ bool TerminalSession::Await(const std::function<bool()>& done) {
   return false;
 }
 
-void TerminalSession::Send(std::string_view keys) {
+void TerminalSession::Send(std::string_view keys) const {
   EXPECT_EQ(write(master_, keys.data(), keys.size()), std::ssize(keys)) << "too many at once";
 }
 
