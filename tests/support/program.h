@@ -2,8 +2,6 @@
 
 // The program on a terminal and an installation of its own, driven by an operator's keys.
 
-#include <gtest/gtest.h>
-
 #include "platform/hlv_nodename.h"
 #include "support/keys.h"
 #include "support/terminal_session.h"

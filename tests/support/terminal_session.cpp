@@ -1,22 +1,17 @@
 #include "support/terminal_session.h"
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <poll.h>
 #include <pty.h>
 #include <sys/mman.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <termios.h>
-#include <unistd.h>
 #include <vterm.h>
 
 #include <chrono>
-#include <sstream>
 
 #include "support/test_files.h"
-
-using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::seconds kPatience{5};
 // Every cell becomes an E that stands out, and the cursor moves; text comes out as before.
@@ -112,7 +107,8 @@ void TerminalSession::Kill() {
 }
 
 bool TerminalSession::Await(const std::function<bool()>& done) {
-  for (const auto deadline = Clock::now() + kPatience; Clock::now() < deadline;) {
+  using std::chrono::steady_clock;
+  for (const auto end = steady_clock::now() + kPatience; steady_clock::now() < end;) {
     const bool ended = Ended();
     Drain();
     if (done()) return true;

@@ -2,7 +2,6 @@
 
 // The form toolkit at work on a terminal, with curses, signals and trace as the program sets them.
 
-#include <gtest/gtest.h>
 #include <sys/mman.h>
 
 #include "forms/forms.h"
@@ -32,19 +31,18 @@ inline void StartTrace() {
 // Starts the body and waits until it awaits a key, or has ended.
 inline std::unique_ptr<TerminalSession> Start(const Body& body,
                                               const TerminalOptions& options = {}) {
-  auto terminal = TerminalSession::Call(
-      [&body] {
-        BlockSignals();
-        StartTrace();
-        CatchSignals();
-        initscr();
-        keypad(stdscr, TRUE);
-        cbreak();
-        noecho();
-        NeverBlockReads();
-        return body();
-      },
-      options);
+  const Body run = [&body] {
+    HoldSignals();
+    StartTrace();
+    CatchSignals();
+    initscr();
+    keypad(stdscr, TRUE);
+    cbreak();
+    noecho();
+    NeverBlockReads();
+    return body();
+  };
+  auto terminal = TerminalSession::Call(run, options);
   [[maybe_unused]] const bool waiting = terminal->Settle();
   return terminal;
 }
