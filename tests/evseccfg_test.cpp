@@ -47,6 +47,10 @@ TEST_F(Evseccfg, OrdinaryUserReadsAndChangesNothing) {
   EXPECT_EQ(TakeText(WLNSListUserMasks("b")), "b,u,D;");
   EXPECT_EQ(Change(WLNSUpdateRec, {"a", "u", 'W', nullptr}), "-1");
   EXPECT_EQ(Change(WLNSDeleteRec, {"a", "u", '-', nullptr}), "-1");
+  const WLNSRec list{"a", "u", 'E', nullptr};
+  const WLNSRec other{"b", "u", 'E', nullptr};
+  EXPECT_EQ(WLNSHasNodeMask(&list, &other), 0);
+  EXPECT_EQ(WLNSHasUserMask(&list, &other), 1);
 }
 
 TEST_F(Evseccfg, AFileThatCannotBeReadNowIsNotChanged) {

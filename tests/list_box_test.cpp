@@ -24,9 +24,10 @@ static Body List(int count) {
 TEST(ListBox, KeysMoveThroughTheItemsAndChooseOne) {
   const Body three = List(3);
   const Body many = List(25);
+  const std::string other_keys = kLeft + kRight + "o";
   const std::string to_end = Times(30, kDown);
   const std::vector<Story> stories = {
-      {"list_box_three_items", three, kF2 + kUp + kLeft + "o", kEnter, "4 calls, [item0] changed"},
+      {"list_box_three_items", three, kF2 + kUp + other_keys, kEnter, "4 calls, [item0] changed"},
       {"list_box_last_of_three", three, kF2 + to_end, kEnter, "4 calls, [item2] changed"},
       {"list_box_no_items", List(0), kF2 + kDown + kUp, kEnter, "1 calls, [old]"},
       {"list_box_last_row", many, kF2 + Times(9, kDown), kEnter, "26 calls, [item9] changed"},

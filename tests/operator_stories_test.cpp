@@ -168,7 +168,6 @@ TEST_F(OperatorStories, SaysWhenARecordCannotBeStoredButNotWhenItCannotBeRemoved
 
   Start("-d -f trace", "prlimit --fsize=0");  // no file may grow, the trace included
   TypeAndRead(kAdd + "a" + kDown + "b" + kEnter, failed);
-  Leave(kF3 + "y" + kF3);
 }
 
 TEST_F(OperatorStoriesOfAnyUser, SaysWhenThereIsNoMemory) {
