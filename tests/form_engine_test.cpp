@@ -23,7 +23,7 @@ static std::string ChangeA(WINDOW* window, ScreenField* field) {
 }
 static std::string RunAnother(WINDOW* window, ScreenField* /*field*/) {
   RunForm(other_form, "", on_f2)();
-  return Restore(window), "";
+  return ShowAgain(window), "";
 }
 
 TEST(FormEngine, KeysHandlersAndNewSizesActOnTheFieldUnderTheCursor) {

@@ -51,6 +51,7 @@ TEST(KeyInput, TheProgramEndsWithItsTerminalOrWhenInterrupted) {
     void (*before)();  // in the program
     const char* keys;  // typed then
     int status;
+    const char* shown = "";
   } cases[] = {{"interrupt", [] { (void)raise(SIGINT); }, "", 0},
                {"interrupt before a key", [] { ReadKeys(1), (void)raise(SIGINT); }, "ab", 0},
                {"terminate", [] { (void)raise(SIGTERM); }, "", -SIGTERM},
@@ -59,7 +60,8 @@ TEST(KeyInput, TheProgramEndsWithItsTerminalOrWhenInterrupted) {
                {"hang-up, ignored", [] { (void)std::signal(SIGHUP, SIG_IGN); }, "", 0},
                {"end of file", [] { dup2(open("/dev/null", O_RDONLY), 0); }, "", 0},
                {"unreadable input", [] { dup2(open("/", O_RDONLY), 0); }, "", 0},
-               {"closed input", [] { close(0); }, "", 0}};
+               {"closed input", [] { close(0); }, "", 0},
+               {"out of memory", [] { throw std::bad_alloc(); }, "", -SIGABRT, "bad_alloc"}};
   for (const auto& row : cases) {
     SCOPED_TRACE(row.name);
     const auto terminal = Start([&row]() -> std::string {
@@ -71,5 +73,6 @@ TEST(KeyInput, TheProgramEndsWithItsTerminalOrWhenInterrupted) {
     if (hang_up) terminal->HangUp();
     EXPECT_EQ(terminal->ExitStatus(), row.status);
     EXPECT_TRUE(hang_up || terminal->Cooked());
+    EXPECT_NE(terminal->Screen().find(row.shown), std::string::npos) << terminal->Screen();
   }
 }

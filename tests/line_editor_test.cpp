@@ -22,7 +22,7 @@ struct Line {
 };
 
 constexpr int kCut = 3;  // characters of a longer value that show up to the right margin
-constexpr int kNoRoom = 0;
+constexpr int kNoPlace = 0;
 
 TEST(LineEditor, KeysActOnValueOffsetAndCursor) {
   const struct {
@@ -30,8 +30,8 @@ TEST(LineEditor, KeysActOnValueOffsetAndCursor) {
     Line before;
     Key key;
     Line after;
-    Edit outcome;
-    int room = kWidth;
+    EditResult outcome;
+    int visible_width = kWidth;
   } cases[] = {
       {"left", {"abcde", 1, 2}, kLeft, {"abcde", 1, 1}, kMoved, kCut},
       {"left scrolls", {"abcde", 2, 2}, kLeft, {"abcde", 1, 1}, kMoved, kCut},
@@ -41,14 +41,14 @@ TEST(LineEditor, KeysActOnValueOffsetAndCursor) {
       {"right to the margin", {"abcde", 1, 2}, kRight, {"abcde", 1, 3}, kMoved, kCut},
       {"right scrolls", {"abcde", 1, 3}, kRight, {"abcde", 2, 4}, kMoved, kCut},
       {"right on the last one", {"abcde", 2, 4}, kRight, {"abcde", 2, 4}, kNothing, kCut},
-      {"right without room", {"abc", 0, 0}, kRight, {"abc", 1, 1}, kMoved, kNoRoom},
+      {"right where nothing shows", {"abc", 0, 0}, kRight, {"abc", 1, 1}, kMoved, kNoPlace},
 
       {"over a character", {"abc", 0, 1}, kTypeX, {"aXc", 0, 2}, kChanged},
       {"to the full width", {"abcd", 0, 4}, kTypeX, {"abcdX", 0, 5}, kChanged},
       {"beyond the width", {"abcde", 0, 5}, kTypeX, {"abcde", 0, 5}, kRefused},
       {"beyond the end", {"abc", 0, 4}, kTypeX, {"abc", 0, 4}, kRefused},
-      {"without room", {"", 0, 0}, kTypeX, {"X", 1, 1}, kChanged, kNoRoom},
-      {"behind the margin", {"abcd", 1, 4}, kTypeX, {"abcdX", 2, 5}, kChanged, kCut},
+      {"where nothing shows", {"", 0, 0}, kTypeX, {"X", 1, 1}, kChanged, kNoPlace},
+      {"after the margin", {"abcd", 1, 4}, kTypeX, {"abcdX", 2, 5}, kChanged, kCut},
 
       {"erase left", {"abcde", 0, 3}, kEraseLeft, {"abde", 0, 2}, kChanged},
       {"erase beyond the end", {"abc", 0, 4}, kEraseLeft, {"abc", 0, 4}, kRefused},
@@ -68,13 +68,15 @@ TEST(LineEditor, KeysActOnValueOffsetAndCursor) {
       {"the end out of sight", {"abcde", 1, 5}, kFit, {"abcde", 2, 5}, kNothing, kCut},
       {"no place left empty", {"abcde", 4, 4}, kFit, {"abcde", 2, 4}, kNothing, kCut},
       {"cut to the end", {"abc", 0, 4}, kFit, {"abc", 0, 3}, kNothing},
-      {"room is gone", {"abc", 0, 2}, kFit, {"abc", 2, 2}, kNothing, kNoRoom},
+      {"nothing shows any more", {"abc", 0, 2}, kFit, {"abc", 2, 2}, kNothing, kNoPlace},
   };
-  for (const auto& [name, before, key, after, outcome, room] : cases) {
+  for (const auto& [name, before, key, after, outcome, visible_width] : cases) {
     std::string buffer = before.value;
     buffer.resize(kWidth + 1);
-    const int reach = room < kWidth ? room - 1 : room;  // the key Right stops before the margin
-    LineEditor line{buffer.data(), kWidth, room, reach, before.offset, before.cursor};
+    const int reach = visible_width < kWidth
+                          ? visible_width - 1
+                          : visible_width;  // the key Right stops before the margin
+    LineEditor line{buffer.data(), kWidth, visible_width, reach, before.offset, before.cursor};
     EXPECT_EQ(key(line), outcome) << name;
     EXPECT_EQ(buffer, after.value + std::string(buffer.size() - after.value.size(), '\0')) << name;
     EXPECT_EQ(line.ScrollOffset, after.offset) << name;

@@ -40,6 +40,7 @@ const struct {
     {"add form with values", kAdd + "abc" + kDown + "u" + kLeft, {8, 30}, true},
     {"add form with a long value", kAdd + kLetters, {8, 30}, true},
     {"long value at its start", kAdd + kLetters + Times(64, kLeft), {8, 30}, true},
+    {"long value half way", kAdd + kLetters + Times(60, kLeft) + Times(10, kRight), {8, 30}, true},
     {"scrolled list", kShow + kF4 + Times(15, kDown) + kUp, {19, 70}, false},
     {"opened record", kShow + kAlpha + kRight, {8, 30}, true},
     {"list over opened record", kShow + kAlpha + kF4 + kDown, {19, 70}, false},

@@ -32,14 +32,10 @@ inline void StartTrace() {
 inline std::unique_ptr<TerminalSession> Start(const Body& body,
                                               const TerminalOptions& options = {}) {
   const Body run = [&body] {
-    HoldSignals();
+    BlockSignals();
     StartTrace();
-    CatchSignals();
-    initscr();
-    keypad(stdscr, TRUE);
-    cbreak();
-    noecho();
-    NeverBlockReads();
+    InstallHandlers();
+    StartTerminal();
     return body();
   };
   auto terminal = TerminalSession::Call(run, options);
@@ -53,12 +49,13 @@ using Action = std::function<std::string(WINDOW* window, ScreenField* field)>;
 inline Action on_f2;
 inline std::string noted;
 
-inline ScreenField* form_table = nullptr;  // of the form that runs
-inline std::string left_value;             // what its first field held at Enter
+inline const ScreenField* form_table = nullptr;  // of the form that runs
+inline std::string left_value;                   // of its first field, at Enter
 
 inline int Handle(WINDOW* window, int code, ScreenField* field) {
   if (code == CODE_ENTER) {
     if (field == nullptr) noted += "no field, ";
+    left_value = Value(form_table);
     return -1;
   }
   noted += code == 3 && on_f2 ? on_f2(window, field) : "F" + std::to_string(code - 1) + ", ";
@@ -70,11 +67,11 @@ inline int Handle(WINDOW* window, int code, ScreenField* field) {
 inline Body RunForm(ScreenField* table, const std::string& value, const Action& action = {}) {
   return [=] {
     on_f2 = action;
-    const FormScreen screen{"", table, nullptr, Handle, nullptr, nullptr, nullptr};
-    OpenScreen opened(screen, stdscr);
-    SetValue(FirstField(table), value.c_str());
-    opened.Run();
-    return noted + "[" + Value(table) + "]" + (FieldsModified != 0 ? " changed" : "");
+    const ScreenField* const below = std::exchange(form_table, table);
+    const auto preset = [&] { return SetValue(FirstField(table), value.c_str()), true; };
+    RunScreen({"Form", table, nullptr}, stdscr, Handle, preset);
+    form_table = below;
+    return noted + "[" + left_value + "]" + (FieldsModified != 0 ? " changed" : "");
   };
 }
 
