@@ -3,7 +3,7 @@
 costs.py start PROGRAM BARE   start and stop, beside curses alone; the program's times include the
                               command "clear", which it runs at both
 costs.py keys PROGRAM BARE    a move in the menu, beside curses alone; the bytes that keys draw
-costs.py store BENCHMARK      look up, replace and delete among 100,000 records, beside awk and sed
+costs.py store BENCHMARK      look up, replace and delete among 100,000 records, beside mawk and sed
 
 Instructions are those of one process in user space: they repeat, times do not. A ratio of
 instructions over its limit is a failure.
@@ -184,7 +184,7 @@ def store(benchmark):
         file, = pathlib.Path().rglob("actnode.prf")
         file.rename("pristine")
         print(f"{'':42} {'store':>12} {'peer':>12}   ratio")
-        for operation, peer, limit in (("lookup", ("awk", "-F,", find, file), 0.35),
+        for operation, peer, limit in (("lookup", ("mawk", "-F,", find, file), 0.35),
                                        ("update", ("sed", "-i", replace, file), 1.15),
                                        ("delete", ("sed", "-i", delete, file), 1.15)):
             ours, name = (benchmark, operation), f"{operation} beside {peer[0]}"

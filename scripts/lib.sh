@@ -3,16 +3,23 @@
 
 root=$(CDPATH="" cd -- "$(dirname -- "${BASH_SOURCE[0]}")/.." && pwd)
 
+# Debian's packages, by what they are for. The names are the same on Debian 12 and 13.
 # shellcheck disable=SC2034  # used by the scripts that source this file
-build_packages=(g++ cmake ninja-build libncurses-dev)
-# shellcheck disable=SC2034
-test_packages=("${build_packages[@]}" libgtest-dev libvterm-dev pkg-config)
-# shellcheck disable=SC2034
-package_packages=("${build_packages[@]}" dpkg-dev file)
-# shellcheck disable=SC2034
-fuzz_packages=("${test_packages[@]}" clang libclang-rt-14-dev)
-# shellcheck disable=SC2034
-abuse_packages=("${test_packages[@]}" python3 strace)
+{
+  build_packages=(g++ cmake ninja-build libncurses-dev)
+  test_packages=("${build_packages[@]}" libgtest-dev libvterm-dev pkg-config)
+  package_packages=("${build_packages[@]}" dpkg-dev file)
+  coverage_packages=("${test_packages[@]}" gcovr)
+  fuzz_packages=("${test_packages[@]}" clang libclang-rt-dev)
+  abuse_packages=("${build_packages[@]}" bash dash mksh python3 strace valgrind zsh)
+  capture_packages=("${build_packages[@]}" python3 tmux)
+  measure_packages=("${build_packages[@]}" libbenchmark-dev mawk python3 strace valgrind)
+  lint_packages=(clang-format clang-tidy cppcheck fakeroot git groff-base lintian mandoc shellcheck)
+  # Whatever the others name, once.
+  mapfile -t all_packages < <(printf '%s\n' "${test_packages[@]}" "${package_packages[@]}" \
+    "${coverage_packages[@]}" "${fuzz_packages[@]}" "${abuse_packages[@]}" \
+    "${capture_packages[@]}" "${measure_packages[@]}" "${lint_packages[@]}" | sort -u)
+}
 
 # Debian's own, whatever comes first in the path.
 # shellcheck disable=SC2034
