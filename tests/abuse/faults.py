@@ -287,4 +287,5 @@ def main(program, seed=None, name=""):
     sys.exit(failed)
 
 
-main(*sys.argv[1:])
+if __name__ == "__main__":
+    main(*sys.argv[1:])

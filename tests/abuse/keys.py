@@ -1,7 +1,7 @@
 """Random keys on a terminal that is resized all the while: keys.py PROGRAM [SECONDS [SEED]].
 
 Every run of the program has a seed of its own, which is printed when it fails: with 0 seconds and
-that seed just this run is made again.
+that seed just this run is made again. Further arguments are the command that watches the program.
 """
 
 import multiprocessing
@@ -24,6 +24,8 @@ FILE = re.compile(re.escape(COMMENTS) +
 # Left out are the keys that end or stop the terminal by intention: ^C, ^S (but before ^Q), ^\.
 BYTES = bytes(set(range(256)) - {3, 19, 28})
 PRINTABLE = bytes(range(32, 127))
+# The margins of "ansi" and "screen" are automatic and cannot be switched off.
+TERMS = ("tmux", "xterm", "vt100", "linux", "ansi", "screen")
 MOVES = (UP, DOWN, LEFT, RIGHT, ENTER, ENTER, F3, F4)
 
 
@@ -56,7 +58,7 @@ KINDS = (
 
 def size(rng):
     kinds = ((24, 80), (rng.randint(1, 60), rng.randint(1, 300)),
-             (rng.randint(1, 24), rng.randint(1, 80)))
+             (rng.randint(1, 24), rng.randint(1, 80)), (rng.randint(1, 24), rng.randint(1, 3)))
     return rng.choice(kinds) if rng.random() < 0.99 else (300, 500)
 
 
@@ -76,15 +78,15 @@ def expect_well_formed(file):
         raise Failure(f"the file is not well-formed: {text}")
 
 
-def run(program, seed):
+def run(program, prefix, seed):
     """One run; returns the number of bytes typed and whether the file was changed."""
     rng = random.Random(seed)
     typed = 0
     with Installation() as place:
         place.file.write_bytes(COMMENTS + RECORDS)
-        term = rng.choice(("tmux", "xterm", "vt100", "linux"))
+        term = rng.choice(TERMS)
         options = ("-d", "-f", "trace") if rng.random() < 0.5 else ()
-        with Program(program, place, size=size(rng), term=term, options=options) as session:
+        with Program(program, place, size(rng), term, options, prefix) as session:
             session.settle()
             for _ in range(rng.randint(20, 200)):
                 keys = rng.choice(KINDS)(rng)
@@ -106,13 +108,13 @@ def run(program, seed):
             return typed, place.file.read_bytes() != COMMENTS + RECORDS
 
 
-def work(program, seconds, first, step):
+def work(program, prefix, seconds, first, step):
     """Runs one seed after another; returns runs, bytes typed, files changed, and what failed."""
     deadline = time.monotonic() + seconds
     runs = typed = changed = 0
     for seed in range(first, sys.maxsize, step):
         try:
-            keys, change = run(program, seed)
+            keys, change = run(program, prefix, seed)
         except Failure as failure:
             return runs, typed, changed, [f"seed {seed}: {failure}"]
         runs, typed, changed = runs + 1, typed + keys, changed + change
@@ -120,16 +122,18 @@ def work(program, seconds, first, step):
             return runs, typed, changed, []
 
 
-def main(program, seconds="60", seed=None):
-    first = random.randrange(10**9) if seed is None else int(seed)
+def main(program, seconds="60", seed="", *prefix):
+    first = int(seed) if seed else random.randrange(10**9)
     workers = os.cpu_count() if int(seconds) > 0 else 1
     print(f"seed {first}", flush=True)
     with multiprocessing.Pool(workers) as pool:
         results = pool.starmap(
-            work, [(program, int(seconds), first + worker, workers) for worker in range(workers)])
+            work, [(program, prefix, int(seconds), first + worker, workers)
+                   for worker in range(workers)])
     runs, typed, changed, failures = (sum(column[1:], column[0]) for column in zip(*results))
     print(f"{runs} runs, {typed} bytes typed, the file changed in {changed} runs", flush=True)
     sys.exit("\n".join(failures) or 0)
 
 
-main(*sys.argv[1:])
+if __name__ == "__main__":
+    main(*sys.argv[1:])

@@ -98,11 +98,14 @@ class Program:
     def __enter__(self):
         return self
 
-    def __exit__(self, *_):
+    def __exit__(self, _kind, failure, _trace):
         if not self.ended():
             os.kill(self.pid, signal.SIGKILL)
             os.waitpid(self.pid, 0)
         self.hang_up()
+        reports = "".join(file.read_text(errors="replace") for file in self.root.glob("report*"))
+        if reports:
+            raise Failure(f"{failure or ''}\n{reports}")
 
     def resize(self, rows, columns):
         fcntl.ioctl(self.master, termios.TIOCSWINSZ, struct.pack("4H", rows, columns, 0, 0))
@@ -184,8 +187,6 @@ class Program:
     def expect_end(self, status):
         """Waits for the end; the modes of the terminal must be as they were before."""
         self.wait()
-        for report in sorted(self.root.glob("report*")):
-            raise Failure(report.read_text(errors="replace"))
         if self.status != status:
             raise Failure(f"status {self.status} instead of {status}: {self.output[-300:]}")
         if self.slave is not None and termios.tcgetattr(self.slave) != self.before:
