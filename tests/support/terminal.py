@@ -1,6 +1,14 @@
-"""The program on a pseudo-terminal, in an installation of its own, for tests and measurements."""
+"""The program on a pseudo-terminal, in an installation of its own, for tests and measurements.
 
+Unlike the terminal of the C++ tests, which calls functions of the program and reads screens back,
+this one runs the program below strace, valgrind and shells. Both know in the same way that it waits
+for a key: from /proc/PID/syscall.
+"""
+
+import collections
 import fcntl
+import functools
+import multiprocessing
 import os
 import pathlib
 import platform
@@ -10,6 +18,7 @@ import shutil
 import signal
 import struct
 import subprocess
+import sys
 import tempfile
 import termios
 import time
@@ -31,6 +40,29 @@ CLEARED = re.compile(rb"\x1b\[H\x1b\[2?J(?:\x1b\[3J|\0)*\Z")
 
 class Failure(Exception):
     """The program did not do what was expected of it."""
+
+
+class Skip(Exception):
+    """What is needed is not there."""
+
+
+def _attempt(function, task):
+    try:
+        function(*task)
+        return "as expected"
+    except (Failure, Skip) as reason:
+        print(*task[1:], f"{type(reason).__name__}: {reason}"[:3000], flush=True)
+        return "failed" if isinstance(reason, Failure) else "skipped"
+
+
+def attempt_all(function, tasks):
+    """Calls the function with each of the tasks, says what came of them, and exits."""
+    with multiprocessing.Pool() as pool:
+        counts = collections.Counter(
+            pool.imap_unordered(functools.partial(_attempt, function), tasks))
+    print(*(f"{count} {outcome}" for outcome, count in sorted(counts.items())), sep=", ")
+    skipped = counts["skipped"] > 0 and "CI" in os.environ
+    sys.exit(counts["as expected"] == 0 or counts["failed"] > 0 or skipped)
 
 
 class Installation:
@@ -55,7 +87,8 @@ class Installation:
 class Program:
     """A run of the program. Leaving the "with" kills it if it is still there.
 
-    `started` is when that was, `painted` when it last wrote something.
+    `started` is when that was, `painted` when it last wrote something, `reader` the process that
+    is to read the keys.
     """
 
     patience = 20  # seconds after which whatever is waited for counts as a hang
@@ -72,7 +105,7 @@ class Program:
         self.resize(*size)
         command = [*prefix, os.path.realpath(program), *options]
         self.started = self.painted = time.perf_counter()
-        self.pid = os.fork()
+        self.pid = self.reader = os.fork()
         if self.pid == 0:
             try:
                 self._become(command, no_input, ignored)
@@ -128,7 +161,8 @@ class Program:
         deadline = time.monotonic() + self.patience
         while not condition():
             if time.monotonic() > deadline:
-                raise Failure(f"hang: {what}; {self._proc('stat')[:40]} {self._proc('syscall')}")
+                raise Failure(f"hang: {what}; {self._proc('stat')[:40]} {self._proc('syscall')} "
+                              f"{self.output[-300:]}")
             self.drain()
 
     def send(self, keys):
@@ -145,7 +179,7 @@ class Program:
 
     def _proc(self, name):
         try:
-            return pathlib.Path(f"/proc/{self.pid}/{name}").read_text()
+            return pathlib.Path(f"/proc/{self.reader}/{name}").read_text()
         except OSError:
             return ""
 
@@ -172,7 +206,7 @@ class Program:
 
     def ended(self):
         if self.status is None:
-            pid, status = os.waitpid(self.pid, os.WNOHANG)
+            pid, status, self.usage = os.wait4(self.pid, os.WNOHANG)
             if pid != 0:
                 self.status = os.waitstatus_to_exitcode(status)
         return self.status is not None

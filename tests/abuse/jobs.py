@@ -1,0 +1,124 @@
+"""The program as a job of interactive shells: jobs.py PROGRAM [NAME].
+
+STORIES says what is done to it and what must come of it. With a NAME only the stories whose names
+begin so are played.
+"""
+
+import os
+import pathlib
+import re
+import shutil
+import signal
+import subprocess
+import sys
+import termios
+
+from terminal import F3, Installation, Program, Skip, attempt_all
+
+# Without editors of their own, which set modes of their own while they read a line.
+SHELLS = {"bash": ("--norc", "--noprofile", "--noediting", "-i"), "dash": ("-i",),
+          "mksh": ("-i", "+o", "emacs"), "zsh": ("-f", "-i", "+o", "zle")}
+PROMPT, MENU = b"ready# ", b"F3=Quit"
+CONTAINER = ("unshare", "--pid", "--fork", "--mount-proc")
+
+# The steps of a story: keys that are typed or a signal for the program, and what then appears; None
+# is the loss of the terminal and the end of the program. A shell may continue what it kills, and
+# complain of "bg".
+START, START_BEHIND = (b"$PROGRAM\r", MENU), (b"$PROGRAM &\r", PROMPT)
+CTRL_Z, STOP = (b"\x1a", PROMPT), (signal.SIGSTOP, PROMPT)
+BG, FG, QUIT = (b"bg\r", PROMPT), (b"fg\r", MENU), (F3, PROMPT)
+KILL = ((b"kill %1; bg\r", None), (b"jobs\r", b"[Tt]erminated.*" + PROMPT))
+INTERRUPT = ((b"kill -INT %1; bg\r", None), (b"jobs\r", b"[Dd]one.*" + PROMPT))
+RAW = (b"sh -c 'old=$(stty -g); stty raw -echo; printf %s=raw mode; head -c1; stty $old'\r",
+       b"mode=raw")
+START_FIRST = (" ".join(CONTAINER).encode() + b" $PROGRAM; echo status $?\r", MENU)
+HANG_UP = (None, None)
+
+STORIES = {
+    "killed in the background": (START, CTRL_Z, BG, *KILL),
+    "killed after SIGSTOP": (START, STOP, BG, *KILL),
+    "killed when stopped": (START, CTRL_Z, *KILL),
+    "interrupted when stopped": (START, CTRL_Z, *INTERRUPT),
+    "started in the background, killed": (START_BEHIND, *KILL),
+    "started in the background, quit": (START_BEHIND, FG, QUIT),
+    "background and foreground": (START, CTRL_Z, BG, FG, QUIT),
+    "15 rounds": (START, *(CTRL_Z, FG) * 15, QUIT),
+    "continued while another has raw modes":
+        (START, CTRL_Z, RAW, (signal.SIGCONT, b""), (b"x", PROMPT), FG, QUIT),
+    **{f"first process, {number.name}":
+       (START_FIRST, (number, b"status %d.*" % (128 + number) + PROMPT))
+       for number in (signal.SIGTERM, signal.SIGHUP, signal.SIGQUIT)},
+    "hang up": (START, HANG_UP),
+    "hang up, stopped": (START, CTRL_Z, HANG_UP),
+    "hang up, in the background": (START, CTRL_Z, BG, HANG_UP),
+    "hang up, ignored": ((b"trap '' HUP; $PROGRAM\r", MENU), HANG_UP),
+}
+
+
+class Shell(Program):
+    def __init__(self, program, place, shell):
+        self.program = os.path.realpath(program)
+        super().__init__(shutil.which(shell), place, options=SHELLS[shell],
+                         prefix=("env", b"PS1=" + PROMPT, f"PROGRAM={self.program}"))
+        self.until(lambda: PROMPT in self.output, "no prompt")
+        self.seen = len(self.output)  # what the next pattern is looked for behind
+        self.before = termios.tcgetattr(self.slave)
+
+    def __exit__(self, *failure):
+        if self.find_program():
+            os.kill(self.reader, signal.SIGKILL)
+        super().__exit__(*failure)
+
+    def find_program(self):
+        for process in pathlib.Path("/proc").glob("[0-9]*"):
+            try:
+                links = os.readlink(process / "exe"), os.readlink(process / "cwd")
+            except OSError:  # it has ended
+                continue
+            if links == (self.program, str(self.root)):
+                self.reader = int(process.name)
+                return True
+        return False
+
+    def state(self):
+        """Returns the letter for the state of the program, X when it is gone."""
+        return (self._proc("stat").rpartition(") ")[2] or "X")[0]
+
+    def play(self, act, pattern):
+        if act is None:
+            self.hang_up()
+        elif isinstance(act, bytes):
+            self.send(act)
+        else:
+            os.kill(self.reader, act)
+        if pattern is None:
+            self.until(lambda: self.state() in "XZ", "does not end")
+            return
+        text = re.compile(pattern, re.DOTALL)
+        self.until(lambda: text.search(self.output, self.seen), f"no {pattern}")
+        self.seen = text.search(self.output, self.seen).end()
+        if isinstance(act, bytes) and b"$PROGRAM" in act:
+            self.until(self.find_program, "does not start")
+        self.until(lambda: self.state() in "TXZ" or self.asleep(), "does not rest")
+        if pattern.endswith(PROMPT):
+            self.until(lambda: termios.tcgetattr(self.slave) == self.before, "modes not restored")
+
+
+def play(program, story, shell):
+    if START_FIRST in STORIES[story] and subprocess.run(
+            [*CONTAINER, "true"], stderr=subprocess.DEVNULL, check=False).returncode != 0:
+        raise Skip("no right to make a container")
+    with Installation() as place, Shell(program, place, shell) as session:
+        for act, pattern in STORIES[story]:
+            session.play(act, pattern)
+
+
+def main(program, start=""):
+    # After SIGSTOP, which no program can prepare for, only these two restore the terminal.
+    attempt_all(play, [(program, name, shell) for name, story in STORIES.items()
+                       for shell in SHELLS if STOP not in story or shell in ("bash", "mksh")
+                       if name.startswith(start)])
+
+
+if __name__ == "__main__":
+    main(*sys.argv[1:])
