@@ -122,10 +122,6 @@ def hang_up_unnoticed(session, _rng):
         raise Failure(f"needs {took:.3f} seconds of the processor to end")
 
 
-def nothing(_session, _rng):
-    pass
-
-
 @dataclasses.dataclass
 class Case:
     name: str
@@ -159,7 +155,7 @@ CASES = [
     Case("all keys", THOUSANDS, keys=KEYS, after=THOUSANDS),
     *(Case(f"hang up unnoticed, {screen}", start={"ignored": [signal.SIGHUP]}, keys=keys,
            action=hang_up_unnoticed) for screen, keys in SCREENS.items()),
-    Case("no input", start={"no_input": True}, action=nothing),
+    Case("no input", start={"no_input": True}, action=lambda *_: None),
 
     Case("full disk", SHORT, prepare=fill_disk, keys=ADD, seen=FAILED, trace=no_update(28),
          after=SHORT),

@@ -4,8 +4,9 @@ STORIES says what is done to it and what must come of it. With a NAME only the s
 begin so are played.
 """
 
+import contextlib
+import glob
 import os
-import pathlib
 import re
 import shutil
 import signal
@@ -19,7 +20,7 @@ from terminal import F3, Installation, Program, Skip, attempt_all
 SHELLS = {"bash": ("--norc", "--noprofile", "--noediting", "-i"), "dash": ("-i",),
           "mksh": ("-i", "+o", "emacs"), "zsh": ("-f", "-i", "+o", "zle")}
 PROMPT, MENU = b"ready# ", b"F3=Quit"
-CONTAINER = ("unshare", "--pid", "--fork", "--mount-proc")
+CONTAINER = ("unshare", "--pid", "--fork")
 
 # The steps of a story: keys that are typed or a signal for the program, and what then appears; None
 # is the loss of the terminal and the end of the program. A shell may continue what it kills, and
@@ -64,20 +65,14 @@ class Shell(Program):
         self.seen = len(self.output)  # what the next pattern is looked for behind
         self.before = termios.tcgetattr(self.slave)
 
-    def __exit__(self, *failure):
-        if self.find_program():
-            os.kill(self.reader, signal.SIGKILL)
-        super().__exit__(*failure)
-
     def find_program(self):
-        for process in pathlib.Path("/proc").glob("[0-9]*"):
-            try:
-                links = os.readlink(process / "exe"), os.readlink(process / "cwd")
-            except OSError:  # it has ended
-                continue
-            if links == (self.program, str(self.root)):
-                self.reader = int(process.name)
-                return True
+        for link in glob.glob("/proc/[0-9]*/exe"):
+            process = os.path.dirname(link)
+            with contextlib.suppress(OSError):  # which has ended
+                if (os.readlink(link) == self.program and
+                        os.readlink(f"{process}/cwd") == str(self.root)):
+                    self.reader = int(os.path.basename(process))
+                    return True
         return False
 
     def state(self):

@@ -51,7 +51,7 @@ def _attempt(function, task):
         function(*task)
         return "as expected"
     except (Failure, Skip) as reason:
-        print(*task[1:], f"{type(reason).__name__}: {reason}"[:3000], flush=True)
+        print(f"{task[1:]}: {type(reason).__name__}: {reason}"[:3000] + "\n", end="", flush=True)
         return "failed" if isinstance(reason, Failure) else "skipped"
 
 
