@@ -168,6 +168,9 @@ CASES = [
     Case("write error at once", fault="write:error=ENOSPC", keys=ADD, seen=UPDATED, after=b""),
     Case("short write", THOUSANDS, fault="write:retval=9999:when=1", keys=ADD, seen=UPDATED,
          after=(THOUSANDS + NEW)[9999:]),  # the one that is said to have been short writes nothing
+    Case("disk that fills while writing", SHORT, prepare=fill_disk,
+         fault="fallocate:error=EOPNOTSUPP", keys=ADD, seen=UPDATED,
+         after=(COMMENTS + SHORT.replace(b"\n", b",,\n"))[:12_288]),
     Case("write error, remove", OLD + NEW, fault="write:error=ENOSPC", keys=REMOVE, after=b""),
     Case("full disk, no file", None, fault="openat:error=ENOSPC:when=2+", keys=ADD, seen=FAILED,
          trace=no_update(28), after=None),
