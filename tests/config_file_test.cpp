@@ -137,7 +137,7 @@ TEST_F(ConfigFile, AFileWithoutRoomForItsNewTextStaysAsItIs) {
     EXPECT_EQ(WLNSWriteRecs(list), result);
     SetLimit(RLIMIT_FSIZE, RLIM_INFINITY);
     EXPECT_EQ(ReadFile(kFile), result == 0 ? text : "#mine\n");
-    struct stat file {};
+    struct stat file = {};
     EXPECT_EQ(stat(kFile, &file), 0);
     EXPECT_TRUE(result == 0 || file.st_blocks * 512 <= file.st_blksize) << "more room is kept";
   }

@@ -53,7 +53,6 @@ int HasMask(const WLNSRec* list, const WLNSRec& rec, MaskOf mask) {
 }
 
 WLNSRec* ListMasks(const char* nodeMask, const char* useridMask, MaskOf mask) {
-  WLNSEndRead();
   RecordList result;
   WLNSRec** end = &result.head;
   const WLNSRec* last = nullptr;  // of `result`; files often list records of one mask in a row
@@ -74,7 +73,6 @@ WLNSRec* ListMasks(const char* nodeMask, const char* useridMask, MaskOf mask) {
 }  // namespace
 
 int WLNSGetRec(WLNSRec* rec) {
-  WLNSEndRead();
   const RecordPtr found(WLNSReadRec(rec->nodemask, rec->usermask));
   WLNSEndRead();
   if (!found) return kRecordNotFound;
@@ -83,7 +81,7 @@ int WLNSGetRec(WLNSRec* rec) {
 }
 
 int WLNSUpdateRec(const WLNSRec* rec) {
-  if (!NamesPair(rec) || kModes.find(rec->mode) == kModes.npos) return kRefused;
+  if (!NamesPair(rec) || kModes.find(rec->mode) == std::string_view::npos) return kRefused;
   RecordList list;
   WLNSRec** link = LoadAndFind(list, *rec);
   if (link == nullptr) return WLNSReadError();
@@ -113,7 +111,6 @@ WLNSRec* WLNSListNodeMasks(const char* useridMask) { return ListMasks("", userid
 WLNSRec* WLNSListUserMasks(const char* nodeMask) { return ListMasks(nodeMask, "", UserMask); }
 
 WLNSRec* WLNSGetAllRecs() {
-  WLNSEndRead();
   RecordList all;
   WLNSRec** end = &all.head;
   while (RecordPtr rec{WLNSReadRec("", "")}) {

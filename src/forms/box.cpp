@@ -26,9 +26,7 @@ bool Box::LayOut() {
     Frame(window());
     Draw();
   } else {
-    // NextKey is still waiting with this window: wgetch would show it again.
-    SetGeometry(window(), 1, 1, 0, 0);
-    untouchwin(window());
+    untouchwin(window());  // NextKey still reads with it, and wgetch would show it again
   }
   return fits_;
 }
@@ -39,7 +37,7 @@ std::optional<int> Box::NextKey() {
   const int key = ReadKey(window());
   if (fits_) return key;
   if (key != KEY_RESIZE) {
-    ungetch(key);
+    (void)ungetch(key);
   }
   return std::nullopt;
 }

@@ -82,9 +82,7 @@ int ReadAvailableKey(WINDOW* window) {
   SetLeastInput(0);
   errno = 0;
   const int key = wgetch(window);
-  const int read_error = errno;
   SetLeastInput(1);
-  errno = read_error;
   return key;
 }
 
@@ -136,7 +134,7 @@ int ReadKey(WINDOW* window) {
     bool resized = false;
     const int code = ReadSequence(window, resized);
     if (resized) {
-      ungetch(KEY_RESIZE);
+      (void)ungetch(KEY_RESIZE);
     }
     if (code != 0) return code;
     TraceLog("ignoring key");

@@ -19,7 +19,6 @@ void FollowTerminal() {
   UpdateTerminalSize();
   for (Layer* layer = Layer::Bottom(); layer != nullptr; layer = layer->above()) {
     if (layer->LayOut()) {
-      touchwin(layer->window());
       wnoutrefresh(layer->window());
     }
   }

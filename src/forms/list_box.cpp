@@ -46,9 +46,9 @@ int Gather(ItemTable& items, ItemProvider provider, ScreenField* field) {
   while (const char* text = provider(field)) {
     const std::size_t length = strnlen(text, kMaxItemLength);
     TraceFormat("ListBox Item:  %.*s", static_cast<int>(length), text);
-    if (count < items.size() && (items[count] = Copy(text, length)) != nullptr) {
-      ++count;
-    }
+    if (count == items.size()) continue;
+    items[count] = Copy(text, length);
+    count += items[count] != nullptr ? 1 : 0;
   }
   return static_cast<int>(count);
 }

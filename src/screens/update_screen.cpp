@@ -23,7 +23,7 @@ ScreenField* Field(const char* name) { return FindField(UpdateScreen, name); }
 
 // Returns the word for a record's mode; a letter that is none of the three counts as a warning.
 const char* ModeWord(char letter) {
-  const auto last = std::end(ModeNames) - 2;
+  const auto* last = std::end(ModeNames) - 2;
   return *std::find_if(ModeNames, last, [letter](const char* word) { return *word == letter; });
 }
 
@@ -101,7 +101,7 @@ void RaiseMode(WINDOW* win, ScreenField* field) {
 
 const char* ModeMessage(const char* mode) {
   if (*mode == '\0') return "Security Mode is missing";
-  return kModes.find(*mode) != kModes.npos ? nullptr : "Security Mode is invalid";
+  return kModes.find(*mode) != std::string_view::npos ? nullptr : "Security Mode is invalid";
 }
 
 // Reports a message that is not null and puts the cursor on the field. Returns whether it did.

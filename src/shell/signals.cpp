@@ -16,9 +16,9 @@ void NoteChange(int /*number*/) { terminal_changed = 1; }
 // until it is continued.
 void TakeDefaultAction(int number) {
   EndTerminal();
-  struct sigaction by_default {};
+  struct sigaction by_default = {};
   by_default.sa_handler = SIG_DFL;
-  struct sigaction handled {};
+  struct sigaction handled = {};
   sigaction(number, &by_default, &handled);
   (void)raise(number);
   DeliverPendingSignals();
@@ -61,7 +61,7 @@ void BlockSignals() { ChangeMask(SIG_BLOCK); }
 
 void InstallHandlers() {
   for (const auto& [number, handler, unless_ignored] : kHandled) {
-    struct sigaction action {};
+    struct sigaction action = {};
     sigaction(number, nullptr, &action);
     if (unless_ignored && action.sa_handler == SIG_IGN) continue;
     action = {};
@@ -83,7 +83,7 @@ void AwaitForeground() {
     ChangeMask(SIG_UNBLOCK);
     // In a background process tcdrain raises SIGTTOU, as tcsetattr does, but changes nothing, and
     // the signals are unblocked: the stopped job can be ended.
-    tcdrain(TerminalDescriptor());
+    tcdrain(STDIN_FILENO);
     ChangeMask(SIG_BLOCK);
   } while (terminal_changed != 0);
 }

@@ -51,10 +51,8 @@ void EndTerminal() {
   }
 }
 
-int TerminalDescriptor() { return isatty(STDOUT_FILENO) != 0 ? STDOUT_FILENO : STDERR_FILENO; }
-
 bool IsInForeground() {
-  const pid_t foreground = tcgetpgrp(TerminalDescriptor());
+  const pid_t foreground = tcgetpgrp(STDIN_FILENO);
   return foreground == -1 || foreground == getpgrp();
 }
 

@@ -11,12 +11,8 @@ void StartTerminal();
 // the background.
 void EndTerminal();
 
-// The descriptor of the terminal whose mode curses sets: standard output or, where that is not a
-// terminal, standard error.
-[[nodiscard]] int TerminalDescriptor();
-
 // Whether the terminal is this job's: a job in the background must neither set its mode nor draw.
-// Also true where it is not the controlling terminal.
+// Also true where standard input is not the controlling terminal.
 [[nodiscard]] bool IsInForeground();
 
 // Sets curses' mode again after a stop. If EndTerminal was called before it, the mode found now is
