@@ -4,11 +4,8 @@ STORIES says what is done to it and what must come of it. With a NAME only the s
 begin so are played.
 """
 
-import contextlib
-import glob
 import os
 import re
-import shutil
 import signal
 import subprocess
 import sys
@@ -48,9 +45,7 @@ STORIES = {
     "15 rounds": (START, *(CTRL_Z, FG) * 15, QUIT),
     "continued while another has raw modes":
         (START, CTRL_Z, RAW, (signal.SIGCONT, b""), (b"x", PROMPT), FG, QUIT),
-    **{f"first process, {number.name}":
-       (START_FIRST, (number, b"status %d.*" % (128 + number) + PROMPT))
-       for number in (signal.SIGTERM, signal.SIGHUP, signal.SIGQUIT)},
+    "first process, terminated": (START_FIRST, (signal.SIGTERM, b"status 143.*" + PROMPT)),
     "hang up": (START, HANG_UP),
     "hang up, stopped": (START, CTRL_Z, HANG_UP),
     "hang up, in the background": (START, CTRL_Z, BG, HANG_UP),
@@ -60,22 +55,12 @@ STORIES = {
 
 class Shell(Program):
     def __init__(self, program, place, shell):
-        self.program = os.path.realpath(program)
-        super().__init__(shutil.which(shell), place, options=SHELLS[shell],
-                         prefix=("env", b"PS1=" + PROMPT, f"PROGRAM={self.program}"))
+        super().__init__("/usr/bin/env", place,
+                         options=(b"PS1=" + PROMPT, f"PROGRAM={os.path.realpath(program)}", shell,
+                                  *SHELLS[shell]))
         self.until(lambda: PROMPT in self.output, "no prompt")
-        self.seen = len(self.output)  # what the next pattern is looked for behind
+        self.output = b""
         self.before = termios.tcgetattr(self.slave)
-
-    def find_program(self):
-        for link in glob.glob("/proc/[0-9]*/exe"):
-            process = os.path.dirname(link)
-            with contextlib.suppress(OSError):  # which has ended
-                if (os.readlink(link) == self.program and
-                        os.readlink(f"{process}/cwd") == str(self.root)):
-                    self.reader = int(os.path.basename(process))
-                    return True
-        return False
 
     def state(self):
         """Returns the letter for the state of the program, X when it is gone."""
@@ -91,11 +76,11 @@ class Shell(Program):
         if pattern is None:
             self.until(lambda: self.state() in "XZ", "does not end")
             return
-        text = re.compile(pattern, re.DOTALL)
-        self.until(lambda: text.search(self.output, self.seen), f"no {pattern}")
-        self.seen = text.search(self.output, self.seen).end()
-        if isinstance(act, bytes) and b"$PROGRAM" in act:
-            self.until(self.find_program, "does not start")
+        self.until(lambda: re.search(pattern, self.output, re.DOTALL), f"no {pattern}")
+        self.output = b""
+        # From the shell down to the program, which has no children while it waits.
+        while children := self._proc(f"task/{self.reader}/children").split():
+            self.reader = int(children[-1])
         self.until(lambda: self.state() in "TXZ" or self.asleep(), "does not rest")
         if pattern.endswith(PROMPT):
             self.until(lambda: termios.tcgetattr(self.slave) == self.before, "modes not restored")
