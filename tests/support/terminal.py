@@ -73,7 +73,6 @@ class Installation:
         self.directory = self.root / "opr/config" / os.uname().nodename
         self.directory.mkdir(parents=True)
         self.file = self.directory / "actnode.prf"
-        self.trace = self.root / "trace"
 
     def __enter__(self):
         return self
@@ -94,7 +93,7 @@ class Program:
     patience = 20  # seconds after which whatever is waited for counts as a hang
 
     def __init__(self, program, installation, size=(24, 80), term="tmux", options=(), prefix=(),
-                 no_input=False, ignored=()):
+                 ignored=()):
         self.root, self.file = installation.root, installation.file
         self.output = b""
         self.status = None
@@ -108,14 +107,12 @@ class Program:
         self.pid = self.reader = os.fork()
         if self.pid == 0:
             try:
-                self._become(command, no_input, ignored)
+                self._become(command, ignored)
             finally:
                 os._exit(127)
 
-    def _become(self, command, no_input, ignored):
+    def _become(self, command, ignored):
         os.login_tty(self.slave)
-        if no_input:
-            os.dup2(os.open("/dev/null", os.O_RDONLY), 0)
         for number in (signal.SIGINT, signal.SIGHUP, signal.SIGQUIT, signal.SIGPIPE,
                        signal.SIGTERM, signal.SIGTSTP, signal.SIGXFSZ):
             signal.signal(number, signal.SIG_IGN if number in ignored else signal.SIG_DFL)
