@@ -73,16 +73,3 @@ TEST_F(Resize, EverythingStandsAsIfOpenedAtTheNewSize) {
     EXPECT_EQ(resized->Bells(), 0);
   }
 }
-
-TEST_F(Resize, RepaintsAfterAStopAndTracesNothing) {
-  Start("-d -f trace");
-  Type(kAdd);
-  const std::string picture = terminal_->Picture();
-  const std::string trace = ReadFile("trace");
-  terminal_->Signal(SIGSTOP);
-  terminal_->Resize({});
-  terminal_->Signal(SIGCONT);
-  Type("");
-  EXPECT_EQ(terminal_->Picture(), picture);
-  EXPECT_EQ(ReadFile("trace"), trace);
-}

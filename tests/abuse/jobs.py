@@ -37,6 +37,7 @@ HANG_UP = (None, None)
 STORIES = {
     "killed in the background": (START, CTRL_Z, BG, *KILL),
     "killed after SIGSTOP": (START, *STOP, BG, *KILL),
+    "painted after SIGSTOP": (START, *STOP, FG, QUIT),
     "killed when stopped": (START, CTRL_Z, *KILL),
     "interrupted when stopped": (START, CTRL_Z, *INTERRUPT),
     "started in the background, killed": (START_BEHIND, *KILL),

@@ -35,8 +35,7 @@ class TerminalSession {
   }
   ~TerminalSession();  // kills and reaps a child that is still there
 
-  void Send(std::string_view keys) const;                // the bytes a terminal would send
-  void Signal(int number) const { kill(pid_, number); }  // to the child alone
+  void Send(std::string_view keys) const;    // the bytes a terminal would send
   void HangUp();                             // the line drops: SIGHUP, and end of input for ever
   void Resize(const TerminalOptions& size);  // SIGWINCH, and rubbish in every cell
 
