@@ -11,8 +11,12 @@ extern const char* test_node_name;  // what hlv_nodename gives
 uid_t test_user = 0;
 extern "C" uid_t geteuid() noexcept { return test_user; }
 
-static int reserve_error = 0;  // how setting room aside ends in a test, after some was set aside
+static int reserve_error =
+    0;  // how the allocation of space ends in a test, after some was allocated
 extern "C" int fallocate(int file, int mode, off_t offset, off_t size) {
+  sigset_t blocked;
+  sigprocmask(SIG_SETMASK, nullptr, &blocked);
+  EXPECT_EQ(sigismember(&blocked, SIGALRM), 1) << "a signal may leave half of the file";
   const long result = syscall(SYS_fallocate, file, mode, offset, size);
   if (reserve_error != 0) errno = reserve_error;
   return reserve_error != 0 ? -1 : static_cast<int>(result);
@@ -98,8 +102,11 @@ TEST_F(ConfigFile, MakesTheNodeDirectoryWhateverTheRoot) {
         std::string(226, 'r')}) {  // the longest path, 255 bytes
     std::filesystem::create_directories(root + "/opr/config");
     setenv("HLVHOME0000", root.c_str(), 1);
+    umask(022);
     EXPECT_EQ(WLNSWriteRecs(nullptr), 0) << root;
     EXPECT_EQ(ReadFile(root + "/" + kFile), kComments) << root;
+    EXPECT_EQ(std::filesystem::status(root + "/" + kFile).permissions(),
+              std::filesystem::perms{0644});
   }
   EXPECT_FALSE(std::filesystem::exists("hit"));
 }
@@ -109,7 +116,7 @@ TEST_F(ConfigFile, WriterFailures) {
   EXPECT_EQ(WLNSWriteRecs(new WLNSRec{}), EISDIR);
   std::filesystem::remove(kFile);
   std::filesystem::create_symlink("/dev/full", kFile);
-  EXPECT_EQ(WLNSWriteRecs(new WLNSRec{}), 0);  // that writing fails is not told
+  EXPECT_EQ(WLNSWriteRecs(new WLNSRec{}), 0);  // an error of writing is ignored
   std::filesystem::remove_all("opr/config");
   testing::internal::CaptureStderr();
   EXPECT_EQ(WLNSWriteRecs(new WLNSRec{}), ENOENT);

@@ -1,9 +1,10 @@
 #include <fcntl.h>
+#include <sys/inotify.h>
 
 #include "shell/shell_state.h"
 #include "support/toolkit.h"
 
-// Returns the names that curses has for the next `count` keys, each with a blank behind it.
+// Returns the names that curses has for the next `count` keys, each with a blank after it.
 static std::string ReadKeys(std::ptrdiff_t count) {
   MenuCursorRow = 7;
   MenuCursorCol = 5;
@@ -30,6 +31,7 @@ TEST(KeyInput, KeysAndSequencesComeBackAsOneKey) {
     terminal->Send(sent);
     EXPECT_EQ(terminal->Result(), read);
   }
+  EXPECT_EQ(Start([] { return std::to_string(get_escdelay()); })->Result(), "25") << "ESCDELAY";
 }
 
 TEST(KeyInput, EveryKeyIsTracedAndANewSizeTearsNoSequence) {
@@ -60,6 +62,7 @@ TEST(KeyInput, TheProgramEndsWithItsTerminalOrWhenInterrupted) {
                {"hang-up, ignored", [] { (void)std::signal(SIGHUP, SIG_IGN); }, "", 0},
                {"end of file", [] { dup2(open("/dev/null", O_RDONLY), 0); }, "", 0},
                {"unreadable input", [] { dup2(open("/", O_RDONLY), 0); }, "", 0},
+               {"quit key, silent input", [] { dup2(inotify_init(), 0); }, "\034", -SIGQUIT},
                {"closed input", [] { close(0); }, "", 0},
                {"out of memory", [] { throw std::bad_alloc(); }, "", -SIGABRT, "bad_alloc"}};
   for (const auto& row : cases) {

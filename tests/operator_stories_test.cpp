@@ -76,6 +76,7 @@ TEST_F(OperatorStories, AddsChangesAndRemovesTwiceInOneRun) {
     TypeAndRead(kAdd + "alpha*" + kDown + "ops" + kDown + "w" + kEnter, Stored("alpha*", "ops"));
     EXPECT_EQ(Config(), ConfigText({"alpha*,root,D", "beta,ops,E", "alpha*,ops,W"}));
 
+    WriteFile(file_, ConfigText({"alpha*,root,D", "beta,ops,E", "alpha*,ops,x"}));  // x counts as W
     TypeAndRead(kShow + "x" + kEnter, "Both Node and User masks are required");
     TypeAndRead("\b" + kDown + "ops" + kEnter, "Both Node and User masks are required");
     TypeAndRead(kUp + "alpha" + kEnter, NotFound("alpha", "ops"));
@@ -123,7 +124,7 @@ TEST_F(OperatorStoriesOfAnyUser, AnOrdinaryUserSeesEverythingAndChangesNothing) 
   TypeAndRead(kEnter, refusal);
   Leave();
   EXPECT_EQ(Config(), records);
-  ExpectInTrace("PF4 key\nInput field not found\nExit UpdCfgKeys\n");
+  ExpectInTrace("PF4 key\nInput field not found\nExit UpdCfgKeys\nInput field not found\n");
 }
 
 TEST_F(OperatorStories, AddsAndFindsTheWidestRecordAndNoWider) {

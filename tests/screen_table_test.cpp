@@ -33,7 +33,7 @@ TEST(ScreenTable, HasBuffersForValuesAndDynamicLabelsWhileItIsOpen) {
   SetValue(table, table->value + 1);
   EXPECT_EQ(std::string(table->value, 4), std::string("bc\0\0", 4)) << "not cut or not cleared";
   EXPECT_EQ(std::string(table[1].label, kDynamicLabelSize), std::string(kDynamicLabelSize, '\0'));
-  FreeScreenFields(table);
+  EXPECT_EQ(FreeScreenFields(table), 0);
   SetValue(table, "closed");
   EXPECT_STREQ(Value(table), "");
   EXPECT_TRUE(table[0].label != nullptr && table[1].label == nullptr);
@@ -42,6 +42,7 @@ TEST(ScreenTable, HasBuffersForValuesAndDynamicLabelsWhileItIsOpen) {
 // A form that F2 paints twice in a border of its own: the title is not taken for the border.
 static Body Painting(const std::string& value, const char* title) {
   return RunForm(SelectScreen, value, [=](WINDOW* window, ScreenField* /*field*/) {
+    mvwaddstr(window, 7, 5, "what a handler drew");
     box(window, ':', '=');
     PaintScreen(window, SelectScreen, title);
     return PaintScreen(window, SelectScreen, title) == OK ? "" : "not painted, ";

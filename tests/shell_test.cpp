@@ -69,11 +69,22 @@ TEST_F(Shell, StopsWhereItWaitsForAKeyAndGoesOn) {
   chmod("clear", 0755);
   terminal_ = TerminalSession::Run("set -m; PATH=.:$PATH ./program; echo " + at_start +
                                    "; read key; fg; echo " + by_key + "; read key; fg");
-  for (const std::string& stopped : {at_start, by_key}) {
-    EXPECT_TRUE(terminal_->WaitFor(stopped) && terminal_->Cooked()) << terminal_->Picture();
-    Type(kEnter);
-    ExpectPicture(*terminal_, geteuid() == 0 ? "main_menu" : "read_only_notice");
-    if (stopped == at_start) terminal_->Send("\x1a");
-  }
-  Leave(geteuid() == 0 ? kF3 : "o" + kF3);
+  EXPECT_TRUE(terminal_->WaitFor(at_start) && terminal_->Cooked()) << terminal_->Picture();
+  Type(kEnter);
+  ExpectPicture(*terminal_, geteuid() == 0 ? "main_menu" : "read_only_notice");
+  Type((geteuid() == 0 ? "" : "o") + kShow + kF4);
+  const std::string list = terminal_->Picture();
+  terminal_->Send("\x1a");
+  EXPECT_TRUE(terminal_->WaitFor(by_key) && terminal_->Cooked()) << terminal_->Picture();
+  Type(kEnter);
+  EXPECT_EQ(terminal_->Picture(), list);
+  Leave(kF3 + kF3 + kF3);
+}
+
+TEST_F(Shell, StopsInTheBackgroundWhereASignalEndsIt) {
+  terminal_ = TerminalSession::Run(
+      "set -m; ./program & until grep -q ') T' /proc/$!/stat; do :; done; "
+      "kill -s TERM $!; kill -s CONT $!; while wait $!; kill -0 $!; do :; done; echo it ended; "
+      "read key");
+  EXPECT_TRUE(terminal_->WaitFor("it ended")) << terminal_->Picture();
 }

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 
 // A new working directory, removed at the end. Every user may read it and what is made in it.
 struct TemporaryDirectory {
@@ -32,9 +33,11 @@ inline void SetLimit(int resource, rlim_t most) {
   setrlimit(resource, &limit);
 }
 
-// Returns the whole text of a file, "" when there is none.
+// Returns the whole text of a file, "" when it cannot be read.
 inline std::string ReadFile(const std::string& path) {
-  return {std::istreambuf_iterator<char>(std::ifstream(path).rdbuf()), {}};
+  std::ostringstream text;
+  text << std::ifstream(path).rdbuf();
+  return text.str();
 }
 
 inline void WriteFile(const std::string& path, const std::string& text) {
