@@ -10,6 +10,7 @@
 #include <vterm.h>
 
 #include <chrono>
+#include <csignal>
 
 #include "support/test_files.h"
 

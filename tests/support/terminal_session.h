@@ -8,7 +8,6 @@
 #include <sys/ioctl.h>
 #include <sys/types.h>
 
-#include <csignal>
 #include <functional>
 #include <memory>
 #include <string>
