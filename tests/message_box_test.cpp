@@ -27,7 +27,6 @@ TEST(MessageBox, ShowsTextAndButtonsUntilOneIsChosen) {
       {"message_box_cancel", yes_no_cancel, kF2 + kRight + kRight, kEnter, "cancel, [value]"},
       {"message_box_ok", Ask(MBOX_OK), kF2 + kLeft + kRight + "ynYNcC", "o", "ok, [value]"},
       {"message_box_ok_cancel", ok_cancel, kF2 + kLeft + kLeft + "ynYN", "C", "cancel, [value]"},
-      {"message_box_ok_cancel", ok_cancel, kF2, "O", "ok, [value]"},
       {"message_box_49_characters", Ask(MBOX_OK, text.substr(0, 49)), kF2, "O", "ok, [value]"},
       {"message_box_50_characters", Ask(MBOX_OK, text.substr(0, 50)), kF2, "o", "ok, [value]"},
       {"message_box_full", Ask(MBOX_OKCANCEL, text), kF2, "c", "cancel, [value]"},

@@ -45,7 +45,6 @@ const struct {
     {"opened record", kShow + kAlpha + kRight, {8, 30}, true},
     {"list over opened record", kShow + kAlpha + kF4 + kDown, {19, 70}, false},
     {"question over opened record", kShow + kAlpha + "w" + kF3 + kRight, {10, 50}, false},
-    {"question before removal", kRemove + kAlpha + kLeft, {10, 50}, false},
 };
 
 TEST_F(Resize, EverythingStandsAsIfOpenedAtTheNewSize) {
