@@ -16,8 +16,8 @@ Box::~Box() {
 }
 
 bool Box::Centre() {
-  return rows_ <= LINES && columns_ <= COLS &&
-         SetGeometry(window(), rows_, columns_, (LINES - rows_) / 2, (COLS - columns_) / 2);
+  return wresize(window(), rows_, columns_) == OK &&
+         mvwin(window(), (LINES - rows_) / 2, (COLS - columns_) / 2) == OK;
 }
 
 bool Box::LayOut() {

@@ -28,7 +28,7 @@ class Box : public Layer {
   virtual void Draw() = 0;
 
  private:
-  bool Centre();
+  bool Centre();  // false when the box does not fit on the screen
 
   WINDOW* parent_;
   int rows_, columns_;

@@ -12,10 +12,10 @@ class ScreenLayer final : public Layer {
   ScreenLayer(WINDOW* window, const FormScreen& screen) : Layer(window), screen_(screen) {}
 
   bool LayOut() override {
-    const bool placed = SetGeometry(window(), LINES, COLS, 0, 0);
+    wresize(window(), LINES, COLS);
     Frame(window());
     DrawScreen(window(), screen_.table, screen_.title);
-    return placed;
+    return true;
   }
 
  private:

@@ -14,10 +14,6 @@ WindowPtr OpenWindow(int rows, int columns) {
   return window;
 }
 
-bool SetGeometry(WINDOW* window, int rows, int columns, int row, int column) {
-  return wresize(window, rows, columns) == OK && mvwin(window, row, column) == OK;
-}
-
 int ShowAgain(WINDOW* window) {
   touchwin(window);
   return wrefresh(window);

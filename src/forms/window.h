@@ -21,9 +21,5 @@ void Frame(WINDOW* window);
 // screen. Null when it cannot be created.
 [[nodiscard]] WindowPtr OpenWindow(int rows, int columns);
 
-// Resizes the window and moves it to (row, column) of the screen, within which it must lie. Returns
-// whether that worked.
-bool SetGeometry(WINDOW* window, int rows, int columns, int row, int column);
-
 // Shows `window` again whole after a window over it is gone. Returns the result of the refresh.
 int ShowAgain(WINDOW* window);
