@@ -83,13 +83,13 @@ TEST_F(ConfigFile, ReadCursor) {
   WLNSEndRead();
 }
 
-TEST_F(ConfigFile, WhatIsNoFileOrMayNotBeReadHasNoRecords) {
+TEST_F(ConfigFile, AFileThatCannotBeOpenedHasNoRecords) {
   const std::string anew = "rm -rf opr; mkdir -p opr/config/alpha; cd opr/config/alpha; ";
   for (const char* prepare :
        {":", "mkdir actnode.prf", "ln -s actnode.prf actnode.prf", "rmdir ../alpha",
         "echo -n=a,b,E >actnode.prf; chmod 0 *", "rmdir ../alpha; echo -n=a,b,E >../alpha"}) {
     ASSERT_EQ(std::system((anew + prepare).c_str()), 0);
-    [[maybe_unused]] const int not_needed_without_root = seteuid(65534);
+    [[maybe_unused]] const int ignored = seteuid(65534);
     EXPECT_EQ(WLNSGetAllRecs(), nullptr) << prepare;
     EXPECT_EQ(WLNSReadError(), 0) << prepare;
     [[maybe_unused]] const int as_before = seteuid(getuid());
@@ -145,7 +145,7 @@ TEST_F(ConfigFile, AFileWithoutRoomForItsNewTextStaysAsItIs) {
     EXPECT_EQ(ReadFile(kFile), result == 0 ? text : "#mine\n");
     struct stat file = {};
     EXPECT_EQ(stat(kFile, &file), 0);
-    EXPECT_TRUE(result == 0 || file.st_blocks * 512 <= file.st_blksize) << "more room is kept";
+    EXPECT_TRUE(result == 0 || file.st_blocks * 512 <= file.st_blksize) << "space stays allocated";
   }
   std::filesystem::remove(kFile);
   reserve_error = ENOSPC;

@@ -49,14 +49,14 @@ TEST(FormEngine, KeysHandlersAndNewSizesActOnTheFieldUnderTheCursor) {
       {"form_shown_replaced", Form("", MoveTo(2, 6)), full + kF2 + "X", "", "[abcdefXh] changed"},
       {"form_next_replaced", Form(full, MoveTo(2, 8)), kF2 + "X", "", "[abcdefXh] changed"},
       {"form_moved_to_b", Form("", MoveTo(4, 2)), full + kF2 + "X", "", "[abcdefgh] changed"},
-      {"form_moved_behind_b", Form("abc", MoveTo(4, 5)), kF2 + "X", "", "[abc], bell"},
+      {"form_moved_after_b", Form("abc", MoveTo(4, 5)), kF2 + "X", "", "[abc], bell"},
       {"form_moved_beyond_b", Form("abc", MoveTo(4, 6)), kF2 + "X", "", "no field, [abc]"},
       {"form_moved_away", Form("abc", MoveTo(4, 1)), kF2 + "X" + kDown, "", "no field, [abc]"},
       {"form_after_form", Form("", RunAnother), full + kF2 + "xy\r", "", "[abcdefgh] changed"},
       {"form_changed_by_handler", Form("", ChangeA), full + kF2, kCtrlH, "[ABCDEFG] changed"},
       {"form_narrower", Form("abcdef"), kRight, "", "[abcdef]", Sizes{{8, 8}}},
       {"form_scrolled_along", Form("abcdef"), Times(5, kRight), "", "[abcdef]", Sizes{{8, 8}}},
-      {"form_behind_the_end", Form("abc", MoveTo(2, 6)), kF2, "X", "[abcX] changed", Sizes{{8, 8}}},
+      {"form_after_the_end", Form("abc", MoveTo(2, 6)), kF2, "X", "[abcX] changed", Sizes{{8, 8}}},
       {"form_cut_off", Form("abc"), "", kDown + kDown + kUp + "X", "[Xbc] changed", Sizes{{6, 10}}},
       {"form_too_low", Form("abc"), "", kDelete + kDown + "X", "no field, [abc]", Sizes{{2, 10}}}};
   Play(stories, {.rows = 8, .cols = 10});

@@ -34,7 +34,7 @@ TEST(KeyInput, KeysAndSequencesComeBackAsOneKey) {
   EXPECT_EQ(Start([] { return std::to_string(get_escdelay()); })->Result(), "25") << "ESCDELAY";
 }
 
-TEST(KeyInput, EveryKeyIsTracedAndANewSizeTearsNoSequence) {
+TEST(KeyInput, EveryKeyIsTracedAndAResizeBreaksNoSequence) {
   const auto terminal = Start([] { return ReadKeys(5).append("\n" + ReadFile(LogFileName)); });
   const std::pair<std::string, unsigned short> steps[] = {
       {kUp + "\033[Pq", 20}, {"\033", 30}, {"", 40}};

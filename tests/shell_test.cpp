@@ -52,7 +52,7 @@ TEST_F(Shell, PaintsTheMenuAndWrapsTheHighlightAround) {
   EXPECT_EQ(terminal_->Bells(), 0);
 }
 
-TEST_F(Shell, EveryWayOutLeavesAClearTerminal) {
+TEST_F(Shell, QuitAndCtrlCLeaveAClearTerminal) {
   for (const std::string& keys : {kUp + kEnter, std::string("\x03"), kEnter + "\x03"}) {
     Start();
     Leave(keys);

@@ -30,7 +30,7 @@ constexpr int kLineSize = 256;               // a read takes at most 255 bytes o
 constexpr unsigned char kBlank = ' ';
 
 // Errors of opening that mean there is no file to read: it is missing, may not be read or is of a
-// kind that cannot be. After every other error its records may be there all the same.
+// kind that cannot be. After any other error the file may exist and hold records.
 constexpr int kNoFile[] = {ENOENT, ENOTDIR, ELOOP, ENAMETOOLONG, EACCES, EPERM, ENXIO, ENODEV};
 
 #ifdef HAVE_FGETS_UNLOCKED
@@ -94,7 +94,7 @@ std::string_view Trimmed(std::string_view line) {
   return line.substr(0, line.starts_with(kRecordPrefix) ? line.size() : 0);
 }
 
-// A record as it stands in its line, the masks cut to their longest.
+// The fields of a record as views of its line, each mask cut to its greatest length.
 struct Fields {
   std::string_view node_mask;
   std::string_view user_mask;
@@ -148,7 +148,7 @@ std::string FileText(const WLNSRec* list) {
 // Allocates disk space for `size` bytes of the file, whose content and size stay; ftruncate
 // releases what is not used. Returns 0, also where the file system cannot do that, or the error
 // number when there is no space.
-int Reserve(int file, std::size_t size) {
+int AllocateSpace(int file, std::size_t size) {
   rlimit limit{};
   if (getrlimit(RLIMIT_FSIZE, &limit) == 0 && limit.rlim_cur < size) {
     return EFBIG;  // some file systems look at the limit only when they write
@@ -166,9 +166,9 @@ int Reserve(int file, std::size_t size) {
 }
 
 // Replaces the content of an open file. Returns 0, or the error number when there is no space for
-// the text; an error of the writing itself is ignored: the text ends there.
+// the text; a write error is ignored: the file ends at the last byte written.
 int ReplaceContent(int file, std::string_view text) {
-  if (const int error = Reserve(file, text.size()); error != 0) return error;
+  if (const int error = AllocateSpace(file, text.size()); error != 0) return error;
   // A file that is not a regular one, such as a device, cannot be truncated and need not be.
   if (ftruncate(file, 0) != 0 && errno != EINVAL) return errno;
   ssize_t written = 0;
@@ -201,7 +201,8 @@ std::string ShellQuoted(std::string_view path) {
   return quoted + "'";
 }
 
-// Creates the last level of the directory. Whether that worked shows when the file is opened.
+// Creates the last level of the directory. The result is ignored: if it failed, opening the file
+// fails.
 void MakeDirectory(const char* dir) {
   RunShellCommand(("mkdir " + ShellQuoted(dir) + " 2>/dev/null").c_str());
 }

@@ -9,9 +9,9 @@
 inline constexpr int kPathSize = 256;  // bytes of a path buffer, its terminating zero included
 
 // Builds the directory of the configuration file, with its trailing "/", from the environment
-// variable HLVHOME0000 and the local node's name, both asked anew. `dir` holds kPathSize bytes.
-// Returns 0, or kNoCfgDir with `dir` untouched when the variable is unset, the node has no name,
-// the name has more than 63 bytes or the path more than 255.
+// variable HLVHOME0000 and the local node's name, both read at every call. `dir` holds kPathSize
+// bytes. Returns 0, or kNoCfgDir with `dir` untouched when the variable is unset, the node has no
+// name, the name has more than 63 bytes or the path more than 255.
 [[nodiscard]] int WLNSGetCfgDir(char* dir);
 
 // Returns the next record whose masks equal the given ones, an empty (not null) mask matching all,

@@ -16,7 +16,7 @@ bool SamePair(const WLNSRec& left, const WLNSRec& right) {
          std::strcmp(left.usermask, right.usermask) == 0;
 }
 
-bool NamesPair(const WLNSRec* rec) {
+bool HasBothMasks(const WLNSRec* rec) {
   return rec != nullptr && *rec->nodemask != '\0' && *rec->usermask != '\0';
 }
 
@@ -55,7 +55,8 @@ int HasMask(const WLNSRec* list, const WLNSRec& rec, MaskOf mask) {
 WLNSRec* ListMasks(const char* nodeMask, const char* useridMask, MaskOf mask) {
   RecordList result;
   WLNSRec** end = &result.head;
-  const WLNSRec* last = nullptr;  // of `result`; files often list records of one mask in a row
+  const WLNSRec* last =
+      nullptr;  // of `result`; compared first, as files often hold a mask in a row
   std::unordered_set<std::string_view> listed;  // views into `result`
   try {
     while (RecordPtr rec{WLNSReadRec(nodeMask, useridMask)}) {
@@ -81,7 +82,7 @@ int WLNSGetRec(WLNSRec* rec) {
 }
 
 int WLNSUpdateRec(const WLNSRec* rec) {
-  if (!NamesPair(rec) || kModes.find(rec->mode) == std::string_view::npos) return kRefused;
+  if (!HasBothMasks(rec) || kModes.find(rec->mode) == std::string_view::npos) return kRefused;
   RecordList list;
   WLNSRec** link = LoadAndFind(list, *rec);
   if (link == nullptr) return WLNSReadError();
@@ -96,7 +97,7 @@ int WLNSUpdateRec(const WLNSRec* rec) {
 }
 
 int WLNSDeleteRec(const WLNSRec* rec) {
-  if (!NamesPair(rec)) return kRefused;
+  if (!HasBothMasks(rec)) return kRefused;
   RecordList list;
   WLNSRec** link = LoadAndFind(list, *rec);
   if (link == nullptr) return WLNSReadError();

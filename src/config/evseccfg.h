@@ -1,7 +1,7 @@
 #pragma once
 
 // The record operations of the node security configuration, as the screens call them: look one
-// record up, add or replace one, delete one, list the distinct masks. A record is known by its
+// record up, add or replace one, delete one, list the distinct masks. A record is identified by its
 // pair of masks; where a hand-edited file holds a pair twice, the first one counts. Every operation
 // reads the file afresh and every change rewrites it whole. Records passed in stay the caller's;
 // records returned are the caller's to release. A change returns the results of WLNSWriteRecs

@@ -29,7 +29,7 @@ EditResult ApplyKey(LineEditor& line, int key) {
     case KEY_DC:
       return line.EraseUnder();
     default:
-      const int character = key & kLowByte;  // a function key without a meaning here types it
+      const int character = key & kLowByte;  // of any other key the low byte is typed
       return IsPrintable(character) ? line.Type(static_cast<char>(character))
                                     : EditResult::kNothing;
   }
@@ -39,8 +39,8 @@ void TraceValue(const char* which, const char* value) {
   TraceFormat("%s String:  <%s>; Len=%d", which, value, static_cast<int>(std::strlen(value)));
 }
 
-// Traces a change of the value `text`, which showed as `before` and stands as `after` now: both
-// values and, where a character was removed, those beside it that showed.
+// Traces a change, `text` being the value before it, `before` and `after` the editor's states: both
+// values and, after a removal, every other character that was visible.
 void TraceChange(const std::string& text, const LineEditor& before, const LineEditor& after) {
   const int length = static_cast<int>(text.size());
   TraceValue("Old", text.c_str());
@@ -166,7 +166,7 @@ void FormRun::SetField(ScreenField* field) {
 void FormRun::Measure() {
   const int columns = getmaxx(window());
   line_.visible_width = VisibleWidth(*field_, columns);
-  // Right of the first column, up to the last one that the closing mark leaves free.
+  // Right moves the cursor at most to the column before the closing mark.
   line_.reach = std::min(line_.visible_width, columns - 3 - field_->field_column);
 }
 

@@ -49,7 +49,8 @@ class FormRun final : public Layer {
   void Show();
 
   ScreenField* table_;
-  ScreenField* field_ = nullptr;     // kept while it is out of sight
-  LineEditor line_{nullptr, 0};      // the value of field_ as it shows
-  LineEditor unfitted_{nullptr, 0};  // the same as the last key left it, from which line_ is fitted
+  ScreenField* field_ = nullptr;  // kept while it is out of sight
+  LineEditor line_{nullptr, 0};   // the value of field_ as it shows
+  // line_ before it was fitted to a new width; every fit starts from it.
+  LineEditor unfitted_{nullptr, 0};
 };

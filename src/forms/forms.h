@@ -83,7 +83,7 @@ void RedrawField(WINDOW* window, const ScreenField* field);
 
 // --- Forms ---
 
-// Not 0 once the operator has changed a value. The toolkit only ever sets it.
+// Set to 1 when the operator changes a value. The toolkit never clears it.
 extern int FieldsModified;
 
 // The codes of keys for a KeyHandler: Enter is 1, the function key Fn is n + 1.
@@ -112,9 +112,9 @@ struct FormScreen {
 
 // Opens the screen over the window `parent`, lets `prepare` preset its fields, runs its form with
 // `handler`, closes it and shows the parent again. Without `prepare` the fields start empty; when
-// it returns false the form is not shown, as it must be after a box, during which the screen was
-// not resized. Open screens must not share a table. Returns 0, or -1 when there is no memory for
-// the window or the fields.
+// it returns false the form is not shown. A `prepare` that has shown a box must return false: a
+// resize while the box was open did not reach this window. Open screens must not share a table.
+// Returns 0, or -1 when there is no memory for the window or the fields.
 int RunScreen(const FormScreen& screen, WINDOW* parent, KeyHandler handler,
               const std::function<bool()>& prepare = nullptr);
 

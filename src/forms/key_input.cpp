@@ -71,14 +71,14 @@ void SetLeastInput(cc_t bytes) {
   }
 }
 
-// Reads a key without blocking, ERR when there is none. Signals are delivered first, or keys that
-// keep coming would delay them for ever.
+// A non-blocking read of a key, ERR when there is none. Pending signals are delivered first; a
+// stream of keys would delay them otherwise.
 int ReadAvailableKey(WINDOW* window) {
   DeliverPendingSignals();
   FollowTerminal();
   // Input that poll has reported can be flushed by the INTR, QUIT and SUSP characters; a blocking
-  // read would then wait for the next key with all signals blocked. The mode is not kept: a shell
-  // that found it after SIGSTOP or SIGKILL would take it for the end of its input.
+  // read would then wait for the next key with the signals blocked. The mode is set back at once: a
+  // shell that found it after SIGSTOP or SIGKILL would take it for the end of its input.
   SetLeastInput(0);
   errno = 0;
   const int key = wgetch(window);

@@ -35,8 +35,8 @@ class Layer {
   Layer* above_ = nullptr;
 };
 
-// Handles a pending resize or continue: lays all layers out for the size that the terminal has now
-// and paints the whole screen. The lowest layer must clear its window (wclear), which clears the
-// terminal. A new size leaves a KEY_RESIZE to be read. To be called right after signals were
-// delivered.
+// Handles a pending resize or continue (SIGWINCH, SIGCONT): lays all layers out for the size that
+// the terminal has now and paints the whole screen. The lowest layer must clear its window
+// (wclear), which clears the terminal. A new size leaves a KEY_RESIZE to be read. To be called
+// right after signals were delivered.
 void FollowTerminal();

@@ -1,3 +1,4 @@
+#include "config/record.h"
 #include "forms/forms.h"
 
 namespace {
@@ -21,16 +22,16 @@ constexpr ScreenField Sentinel() noexcept {
 
 constinit ScreenTable UpdateScreen = {
     LabelRow(2, 2, "Press <enter> AFTER all changes are complete."),
-    FieldRow(4, "Node name mask", 64, "node"),
-    FieldRow(5, "Userid mask", 32, "userid"),
+    FieldRow(4, "Node name mask", kNodeMaskLength, "node"),
+    FieldRow(5, "Userid mask", kUserMaskLength, "userid"),
     FieldRow(6, "Security mode", 9, "mode"),
     LabelRow(22, 5, "ENTER=Update  F3=Cancel  F4=List"),
     Sentinel(),
 };
 
 constinit ScreenTable SelectScreen = {
-    FieldRow(5, "Node Name", 64, "node"),
-    FieldRow(6, "Userid mask", 32, "userid"),
+    FieldRow(5, "Node Name", kNodeMaskLength, "node"),
+    FieldRow(6, "Userid mask", kUserMaskLength, "userid"),
     LabelRow(22, 5, "ENTER=Select  F3=Cancel  F4=List"),
     Sentinel(),
 };

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr int kRecordAllocation = 104;  // bytes, as traces name it on every platform
+constexpr int kTracedRecordSize = 104;  // bytes, whatever sizeof(WLNSRec) is
 
 void ListValues(const FormScreen& screen, ItemProvider provider, WINDOW* win, ScreenField* field) {
   if (field == nullptr) {
@@ -51,7 +51,7 @@ bool Confirm(WINDOW* parent, const char* question) {
 RecordPtr NewRecord(const char* nodeMask, const char* useridMask) {
   RecordPtr key(new (std::nothrow) WLNSRec{});
   if (!key) {
-    TraceFormat("malloc failed for %d bytes", kRecordAllocation);
+    TraceFormat("malloc failed for %d bytes", kTracedRecordSize);
     return nullptr;
   }
   CopyText(key->nodemask, nodeMask);

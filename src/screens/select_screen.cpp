@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstring>
 
 #include "config/evseccfg.h"
@@ -20,6 +21,9 @@ int OpenRecord(WINDOW* win) {
   }
   return kStay;
 }
+
+static_assert(kMaxItemLength >= std::max(kNodeMaskLength, kUserMaskLength),
+              "a list would cut masks");
 
 // The listing under way: how many items it has handed out, and the records that are left.
 constinit int listed_items = 0;

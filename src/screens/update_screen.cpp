@@ -21,7 +21,7 @@ ScreenField* Field(const char* name) { return FindField(UpdateScreen, name); }
 
 // --- Modes ---
 
-// Returns the word for a record's mode; a letter that is none of the three counts as a warning.
+// Returns the word for a record's mode; the last one, WARNING, for a letter that is none of them.
 const char* ModeWord(char letter) {
   const auto* last = std::end(ModeNames) - 2;
   return *std::find_if(ModeNames, last, [letter](const char* word) { return *word == letter; });
@@ -92,7 +92,7 @@ char ToUpper(char letter) {
 }
 
 // Turns the mode in the field to upper case.
-void RaiseMode(WINDOW* win, ScreenField* field) {
+void ModeToUpperCase(WINDOW* win, ScreenField* field) {
   if (*Value(field) != '\0') {
     std::transform(field->value, field->value + field->width, field->value, ToUpper);
     RedrawField(win, field);
@@ -124,7 +124,7 @@ bool CheckFields(WINDOW* win) {
                     MaskMessage(Value(userid), "userid mask is missing", "userid mask"))) {
     return false;
   }
-  RaiseMode(win, mode);
+  ModeToUpperCase(win, mode);
   return !ReportIfWrong(win, mode, ModeMessage(Value(mode)));
 }
 
@@ -160,7 +160,8 @@ int AddCfg(WINDOW* parent) {
 int UpdCfg(WINDOW* parent, const char* nodeMask, const char* useridMask) {
   FieldsModified = 0;
   const auto prepare = [=] { return PrepareFields(parent, nodeMask, useridMask); };
-  return RunScreen(kUpdateForm, parent, UpdCfgKeys, std::ref(prepare));  // which allocates nothing
+  return RunScreen(kUpdateForm, parent, UpdCfgKeys,
+                   std::ref(prepare));  // as a copy, it would be allocated
 }
 
 int UpdCfgKeys(WINDOW* win, int code, ScreenField* field) {

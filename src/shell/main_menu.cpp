@@ -79,7 +79,7 @@ int QuitCfg(WINDOW* /*window*/) { Shutdown(0); }
 bool MenuLayer::LayOut() {
   Frame(window());
   DrawMenu(window(), MainMenu, kMenuTitle);
-  if (entry_ != MainMenu) {  // as MoveTo leaves it: drawn after the key line, which it may cover
+  if (entry_ != MainMenu) {  // after the key line, as MoveTo draws it: it may cover that
     UnhighlightEntry(MainMenu);
     HighlightEntry(entry_);
     if (wmove(window(), entry_->row, entry_->col) == ERR) {

@@ -17,7 +17,7 @@ struct MenuEntry {
 
 extern const MenuEntry MainMenu[];
 
-// The last entry of the menu that PaintMenu has painted last, null before.
+// The last entry of the menu painted most recently, null before.
 extern const MenuEntry* LastMenuEntry;
 
 // Paints title, entries and key line of `menu`, which has at least one entry, on `window`, with the
@@ -42,7 +42,7 @@ int QuitCfg(WINDOW* window);
 
 inline constexpr const char* kMenuTitle = "Halvorn Event Node Security";
 
-// The main menu while it shows, painted before.
+// The main menu on the standard screen, on which PaintMenu has painted it.
 class MenuLayer final : public Layer {
  public:
   MenuLayer() : Layer(stdscr) {}

@@ -1,6 +1,6 @@
 #pragma once
 
-// What the whole program knows of its user and of its main menu.
+// The user's authority and the main menu's cursor.
 
 // 1 for the superuser, 0 for a user who may look but not change. Set once at start-up.
 extern int RootAuthority;

@@ -26,13 +26,14 @@ void TakeDefaultAction(int number) {
   // report for a process that a signal has ended.
   if (number != SIGTSTP) _exit(128 + number);
   sigaction(number, &handled, nullptr);
-  terminal_changed = 1;  // also where the stop was discarded: orphaned process group, process 1
+  terminal_changed =
+      1;  // also where the kernel discards the stop: orphaned process group, process 1
 }
 
 struct HandledSignal {
   int number;
   void (*handler)(int);
-  bool unless_ignored;  // by the program that started this one
+  bool stays_ignored;  // if it was at the start
 };
 
 constexpr HandledSignal kHandled[] = {
@@ -60,10 +61,10 @@ void ChangeMask(int how) {
 void BlockSignals() { ChangeMask(SIG_BLOCK); }
 
 void InstallHandlers() {
-  for (const auto& [number, handler, unless_ignored] : kHandled) {
+  for (const auto& [number, handler, stays_ignored] : kHandled) {
     struct sigaction action = {};
     sigaction(number, nullptr, &action);
-    if (unless_ignored && action.sa_handler == SIG_IGN) continue;
+    if (stays_ignored && action.sa_handler == SIG_IGN) continue;
     action = {};
     action.sa_handler = handler;
     action.sa_mask = HandledSignals();

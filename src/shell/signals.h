@@ -1,8 +1,8 @@
 #pragma once
 
-// Signals. Those that the program handles are blocked except while it waits for a key, so that none
-// interrupts the rewriting of a file, a trace line or a call of curses, and their handlers may call
-// any function.
+// Signals. Those that the program handles are blocked except while it waits for a key or for the
+// foreground, so that none interrupts the rewriting of a file, a trace line or a call of curses,
+// and their handlers may call any function.
 
 #include <csignal>
 

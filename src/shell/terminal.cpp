@@ -61,7 +61,7 @@ void ResumeTerminal() {
     def_shell_mode();
     doupdate();
   }
-  reset_prog_mode();  // after SIGSTOP, of which curses knows nothing, others have set the mode
+  reset_prog_mode();  // SIGSTOP has no handler: others may have set the mode meanwhile
 }
 
 void UpdateTerminalSize() {

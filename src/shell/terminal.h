@@ -11,12 +11,13 @@ void StartTerminal();
 // the background.
 void EndTerminal();
 
-// Whether the terminal is this job's: a job in the background must neither set its mode nor draw.
+// Whether the process group is in the foreground: in the background a job must neither set the
+// terminal's mode nor draw.
 // Also true where standard input is not the controlling terminal.
 [[nodiscard]] bool IsInForeground();
 
 // Sets curses' mode again after a stop. If EndTerminal was called before it, the mode found now is
-// noted as the shell's, since the operator may have changed it. For the foreground only.
+// saved as the shell's, since the operator may have changed it. For the foreground only.
 void ResumeTerminal();
 
 // Gives curses the present size of the terminal. A dimension that LINES or COLUMNS of the

@@ -22,7 +22,7 @@ CONTAINER = ("unshare", "--pid", "--fork")
 # The steps of a story: keys that are typed or a signal for the program, and what then appears; None
 # is the loss of the terminal and the end of the program. A shell may continue what it kills, and
 # complain of "bg".
-START, START_BEHIND = (b"modes=$(stty -g); $PROGRAM\r", MENU), (b"$PROGRAM &\r", PROMPT)
+START, START_IN_BACKGROUND = (b"modes=$(stty -g); $PROGRAM\r", MENU), (b"$PROGRAM &\r", PROMPT)
 CTRL_Z = (b"\x1a", PROMPT)
 # No program can prepare for SIGSTOP, and not every shell restores the terminal after it.
 STOP = ((signal.SIGSTOP, b""), (b"stty $modes\n", PROMPT))
@@ -40,8 +40,8 @@ STORIES = {
     "painted after SIGSTOP": (START, *STOP, FG, QUIT),
     "killed when stopped": (START, CTRL_Z, *KILL),
     "interrupted when stopped": (START, CTRL_Z, *INTERRUPT),
-    "started in the background, killed": (START_BEHIND, *KILL),
-    "started in the background, quit": (START_BEHIND, FG, QUIT),
+    "started in the background, killed": (START_IN_BACKGROUND, *KILL),
+    "started in the background, quit": (START_IN_BACKGROUND, FG, QUIT),
     "background and foreground": (START, CTRL_Z, BG, FG, QUIT),
     "15 rounds": (START, *(CTRL_Z, FG) * 15, QUIT),
     "continued while another has raw modes":

@@ -14,7 +14,7 @@ inline const std::string kF4 = "\033OS";
 inline const std::string kDelete = "\033[3~";
 inline const std::string kCtrlH = "\b";
 inline const std::string kEnter = "\r";
-// F1, F2 and F5 to F12, which no screen heeds.
+// F1, F2 and F5 to F12, which no screen has a use for.
 inline const std::string kOtherFunctionKeys =
     "\033OP\033OQ\033[15~\033[17~\033[18~\033[19~\033[20~\033[21~\033[23~\033[24~";
 

@@ -50,12 +50,12 @@ inline Action on_f2;
 inline std::string noted;
 
 inline const ScreenField* form_table = nullptr;  // of the form that runs
-inline std::string left_value;                   // of its first field, at Enter
+inline std::string final_value;                  // of its first field, at Enter
 
 inline int Handle(WINDOW* window, int code, ScreenField* field) {
   if (code == CODE_ENTER) {
     if (field == nullptr) noted += "no field, ";
-    left_value = Value(form_table);
+    final_value = Value(form_table);
     return -1;
   }
   noted += code == 3 && on_f2 ? on_f2(window, field) : "F" + std::to_string(code - 1) + ", ";
@@ -71,7 +71,7 @@ inline Body RunForm(ScreenField* table, const std::string& value, const Action& 
     const auto preset = [&] { return SetValue(FirstField(table), value.c_str()), true; };
     RunScreen({"Form", table, nullptr}, stdscr, Handle, preset);
     form_table = below;
-    return noted + "[" + left_value + "]" + (FieldsModified != 0 ? " changed" : "");
+    return noted + "[" + final_value + "]" + (FieldsModified != 0 ? " changed" : "");
   };
 }
 
