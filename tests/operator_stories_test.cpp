@@ -10,6 +10,10 @@ static std::size_t refused_size = 0;  // of an allocation that fails
 void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
   return size == refused_size ? nullptr : operator new(size);
 }
+// NOLINTNEXTLINE(misc-new-delete-overloads): what it gives is released as usual.
+void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+  return size == refused_size ? nullptr : operator new[](size);
+}
 
 using OperatorStories = SuperuserTest;
 using OperatorStoriesOfAnyUser = ProgramTest;
@@ -172,15 +176,17 @@ TEST_F(OperatorStoriesOfAnyUser, SaysWhenThereIsNoMemory) {
   const std::string no_record = "malloc failed for 104 bytes\n";
   const struct {
     int (*screen)(WINDOW*);
+    std::size_t refused;
     std::string last_keys, result, trace;
-  } cases[] = {{AddCfg, kF3 + "y", "0 ^J", no_record + "Enter MessageBox\n"},
-               {DelCfg, "", "0 ^J", no_record + "Enter MessageBox\n"},
-               {show_record, "", "", "Enter UpdCfg\n" + no_record}};  // shut down
+  } cases[] = {{AddCfg, sizeof(WLNSRec), kF3 + "y", "0 ^J", no_record + "Enter MessageBox\n"},
+               {DelCfg, sizeof(WLNSRec), "", "0 ^J", no_record + "Enter MessageBox\n"},
+               {show_record, sizeof(WLNSRec), "", "", "Enter UpdCfg\n" + no_record},  // shut down
+               {AddCfg, 33, "", "-1 ^J", "malloc for 33 bytes failed on field <userid>\n"}};
   for (const auto& row : cases) {
     SCOPED_TRACE(row.trace);
     terminal_ = ::Start([&row] {
       SetLogFileName("trace");
-      refused_size = sizeof(WLNSRec);
+      refused_size = row.refused;
       const std::string result = std::to_string(row.screen(stdscr));
       return result + " " + keyname(ReadKey(stdscr));
     });

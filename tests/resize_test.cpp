@@ -35,7 +35,7 @@ const struct {
     {"menu", "", {7, 30}, true},
     {"last menu entry", kUp, {13, 30}, true},
     {"notice over the menu", "", {10, 50}, false, kByOrdinaryUser},
-    {"menu of a fixed width", "", {24, 75}, false, "env COLUMNS=70"},
+    {"menu of a fixed width", "", {24, 75}, false, "env -u ESCDELAY COLUMNS=70"},
     {"menu of a fixed height", "", {20, 30}, false, "env LINES=20"},
     {"add form with values", kAdd + "abc" + kDown + "u" + kLeft, {8, 30}, true},
     {"add form with a long value", kAdd + kLetters, {8, 30}, true},

@@ -84,7 +84,7 @@ TEST_F(Shell, StopsWhereItWaitsForAKeyAndGoesOn) {
 TEST_F(Shell, StopsInTheBackgroundWhereASignalEndsIt) {
   terminal_ = TerminalSession::Run(
       "set -m; ./program & until grep -q ') T' /proc/$!/stat; do :; done; "
-      "kill -s TERM $!; kill -s CONT $!; while wait $!; kill -0 $!; do :; done; echo it ended; "
+      "kill -s INT $!; kill -s CONT $!; while wait $!; kill -0 $!; do :; done; echo it ended; "
       "read key");
   EXPECT_TRUE(terminal_->WaitFor("it ended")) << terminal_->Picture();
 }

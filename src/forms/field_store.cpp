@@ -29,8 +29,7 @@ int AllocScreenFields(ScreenField* table) {
     if (HasField(row)) {
       row.value = NewBuffer(row.width + 1);
       if (row.value == nullptr) {
-        TraceFormat("malloc for %d bytes failed on field <%s>", row.width + 1,
-                    row.name != nullptr ? row.name : "");
+        TraceFormat("malloc for %d bytes failed on field <%s>", row.width + 1, row.name);
         return -1;
       }
     }

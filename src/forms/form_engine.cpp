@@ -23,8 +23,7 @@ void TraceInputField(const ScreenField* field) {
     TraceLog("Input field not found");
     return;
   }
-  TraceFormat("Input field:  <%s> \"%s\" ", field->name != nullptr ? field->name : "",
-              field->label != nullptr ? field->label : "");
+  TraceFormat("Input field:  <%s> \"%s\" ", field->name, field->label);
 }
 
 }  // namespace

@@ -37,7 +37,7 @@ struct ScreenField {
   char* value;                // width + 1 bytes of the field store; null while the screen is closed
   std::int32_t width;         // most characters of the value
   std::uint32_t flags;
-  const char* name;  // by which screens find the field; null on a label-only row
+  const char* name;  // by which screens find the field; null on a label-only row, and only there
 };
 
 // A ScreenTable is an array of ScreenField closed by the sentinel; the tables are process-wide and

@@ -30,9 +30,7 @@ void DrawScreen(WINDOW* window, ScreenField* table, const char* title) {
     DrawTitle(window, title);
   }
   for (const ScreenField& row : Rows(table)) {
-    if (row.label != nullptr) {
-      DrawText(window, row.label_row, row.label_column, row.label);
-    }
+    DrawText(window, row.label_row, row.label_column, row.label);
     if (HasField(row)) {
       DrawField(window, row, 0);
     }

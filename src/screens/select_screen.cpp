@@ -51,7 +51,7 @@ const char* SelCfgItem(ScreenField* field) {
   static constinit char item[kNodeMaskLength + 1] = {};
 
   TraceLog("Enter SelCfgItem");
-  const bool lists_nodes = field->name != nullptr && std::strcmp(field->name, "node") == 0;
+  const bool lists_nodes = std::strcmp(field->name, "node") == 0;
   if (listed_items == 0) {
     listing_rest =
         lists_nodes ? WLNSListNodeMasks(MaskIn("userid")) : WLNSListUserMasks(MaskIn("node"));

@@ -195,7 +195,7 @@ const char* AddCfgItem(ScreenField* field) {
   static constinit char item[10] = {};
 
   TraceLog("Enter AddCfgItem");
-  if (field->name == nullptr || std::strcmp(field->name, "mode") != 0) return nullptr;
+  if (std::strcmp(field->name, "mode") != 0) return nullptr;
   CopyText(item, ModeNames[position++]);
   if (*item == '\0') {
     position = 0;

@@ -26,7 +26,7 @@ class ProgramTest : public ::testing::Test {
   }
 
   // Starts the program on a terminal that shows old text and waits for its menu, or for its end.
-  // Closes the notice for an ordinary user, unless a command `by` that sets who it is runs it.
+  // `by` is a command that runs it, as another user or with other limits: its notice stays open.
   void Start(const std::string& arguments = "", const std::string& by = "",
              const TerminalOptions& options = {}) {
     if (std::system((by + " test -x " + directory_.path + "/program").c_str()) != 0) {

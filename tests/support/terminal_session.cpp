@@ -24,7 +24,7 @@ static bool NothingToRead(int fd, int timeout_milliseconds) {
   return poll(&entry, 1, timeout_milliseconds) == 0;
 }
 
-// The state alone cannot tell a wait for a key from one for a child, but may be all there is.
+// The state does not tell a wait for a key from one for a child; the system call does, if shown.
 static bool AsleepForKey(pid_t pid) {
   const std::string directory = "/proc/" + std::to_string(pid);
   const bool asleep = ReadFile(directory + "/stat").find(") S") != std::string::npos;
@@ -142,8 +142,7 @@ void TerminalSession::Resize(const TerminalOptions& size) {
   ioctl(master_, TIOCSWINSZ, &size_);
 }
 
-// The keys must be gone before their reader, the terminal's foreground job, is seen asleep, and
-// what it wrote before that be read.
+// In this order: all keys are read, the foreground process sleeps, all its output is read.
 bool TerminalSession::WaitFor(std::string_view text) {
   return slave_ >= 0 && Await([this, text] {
            return NothingToRead(slave_, 0) && AsleepForKey(tcgetpgrp(master_)) && !Drain() &&

@@ -1,9 +1,8 @@
 #pragma once
 
-// A program, or a function of the test binary, on a pseudo-terminal of its own. The session plays
-// the terminal: it sends keys and keeps the screen an operator would see, which moves on only
-// inside the functions that are not const. terminal.py, which plays one for programs below strace,
-// valgrind and shells, keeps no screen; both find out by the same means that a key is awaited.
+// A program, or a function of the test binary, on a pseudo-terminal of its own. Its screen is kept
+// here, updated only by the non-const functions. terminal.py, for programs below strace, valgrind
+// and shells, keeps no screen; both find out by the same means that a key is awaited.
 
 #include <sys/ioctl.h>
 #include <sys/types.h>
@@ -72,8 +71,7 @@ class TerminalSession {
   int wait_status_ = 0;
 };
 
-// Fails the test unless the text is that of the file NAME in tests. What was seen instead is kept
-// beside the build, as the failure says.
+// Fails the test unless the text is that of the file NAME in tests, and keeps it beside the build.
 void ExpectText(const std::string& seen, const std::string& name);
 
 inline void ExpectPicture(const TerminalSession& terminal, const std::string& name) {

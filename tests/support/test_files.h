@@ -50,8 +50,7 @@ inline constexpr const char* kComments =
 
 extern uid_t test_user;  // what geteuid tells the store in a test of it
 
-// A test, for the superuser, on an installation of its own, with the working directory as its root
-// and kFile.
+// A test as the superuser; the working directory is the installation's root and holds kFile.
 class StoreTest : public testing::Test {
  protected:
   StoreTest() {
