@@ -26,8 +26,8 @@ void TakeDefaultAction(int number) {
   // report for a process that a signal has ended.
   if (number != SIGTSTP) _exit(128 + number);
   sigaction(number, &handled, nullptr);
-  terminal_changed =
-      1;  // also where the kernel discards the stop: orphaned process group, process 1
+  // Also where the kernel discards the stop: orphaned process group, process 1.
+  terminal_changed = 1;
 }
 
 struct HandledSignal {
