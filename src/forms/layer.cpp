@@ -15,12 +15,11 @@ Layer** Layer::LinkTo(const Layer* layer) {
 
 void FollowTerminal() {
   if (!TakeTerminalChange()) return;
-  ResumeTerminal();
   UpdateTerminalSize();
   for (Layer* layer = Layer::Bottom(); layer != nullptr; layer = layer->above()) {
     if (layer->LayOut()) {
       wnoutrefresh(layer->window());
     }
   }
-  doupdate();
+  ResumeTerminal();
 }

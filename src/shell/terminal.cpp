@@ -9,6 +9,7 @@
 #include <clocale>
 #include <cstdlib>
 #include <exception>
+#include <string>
 
 namespace {
 
@@ -26,6 +27,8 @@ bool IsFixed(const char* name) {
   return value != nullptr && std::strtol(value, &end, 0) > 0 && *end == '\0';
 }
 
+void SetVariable(const char* name, int value) { setenv(name, std::to_string(value).c_str(), 1); }
+
 }  // namespace
 
 void StartTerminal() {
@@ -33,6 +36,9 @@ void StartTerminal() {
   (void)std::setlocale(LC_CTYPE, "");
   initscr();
   resize_term(LINES, std::max(COLS, kLeastColumns));
+  if (IsFixed("COLUMNS")) {
+    SetVariable("COLUMNS", COLS);  // which may have been fewer
+  }
   former_handler = std::set_terminate([] {
     EndTerminal();
     former_handler();  // reports the exception and aborts
@@ -59,9 +65,17 @@ bool IsInForeground() {
 void ResumeTerminal() {
   if (isendwin()) {
     def_shell_mode();
-    doupdate();
   }
   reset_prog_mode();  // SIGSTOP has no handler: others may have set the mode meanwhile
+  // After endwin, doupdate resizes curses by itself, to fewer columns than it can bear, unless the
+  // environment fixes the size.
+  const bool free_rows = !IsFixed("LINES");
+  const bool free_columns = !IsFixed("COLUMNS");
+  SetVariable("LINES", LINES);
+  SetVariable("COLUMNS", COLS);
+  doupdate();
+  if (free_rows) unsetenv("LINES");
+  if (free_columns) unsetenv("COLUMNS");
 }
 
 void UpdateTerminalSize() {

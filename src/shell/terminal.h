@@ -16,8 +16,9 @@ void EndTerminal();
 // Also true where standard input is not the controlling terminal.
 [[nodiscard]] bool IsInForeground();
 
-// Sets curses' mode again after a stop. If EndTerminal was called before it, the mode found now is
-// saved as the shell's, since the operator may have changed it. For the foreground only.
+// Sets curses' mode again after a stop, and paints what has been refreshed with wnoutrefresh, at
+// the size that curses has. If EndTerminal was called before it, the mode found now is saved as the
+// shell's, since the operator may have changed it. For the foreground only.
 void ResumeTerminal();
 
 // Gives curses the present size of the terminal. A dimension that LINES or COLUMNS of the
