@@ -20,7 +20,10 @@ constexpr int kLeastColumns = 2;
 
 constinit std::terminate_handler former_handler = nullptr;
 
-// Whether the environment fixes the dimension.
+// Whether the environment that the program was started with fixes the dimension.
+constinit bool rows_fixed = false;
+constinit bool columns_fixed = false;
+
 bool IsFixed(const char* name) {
   const char* value = std::getenv(name);
   char* end = nullptr;
@@ -29,16 +32,23 @@ bool IsFixed(const char* name) {
 
 void SetVariable(const char* name, int value) { setenv(name, std::to_string(value).c_str(), 1); }
 
+// Puts curses' size into the environment: after endwin, doupdate would otherwise resize curses by
+// itself, to fewer columns than it can bear.
+void FixSize() {
+  SetVariable("LINES", LINES);
+  SetVariable("COLUMNS", COLS);
+}
+
 }  // namespace
 
 void StartTerminal() {
   // Only for the characters of the window corners: everything else stays ASCII.
   (void)std::setlocale(LC_CTYPE, "");
+  rows_fixed = IsFixed("LINES");
+  columns_fixed = IsFixed("COLUMNS");
   initscr();
   resize_term(LINES, std::max(COLS, kLeastColumns));
-  if (IsFixed("COLUMNS")) {
-    SetVariable("COLUMNS", COLS);  // which may have been fewer
-  }
+  FixSize();
   former_handler = std::set_terminate([] {
     EndTerminal();
     former_handler();  // reports the exception and aborts
@@ -67,23 +77,16 @@ void ResumeTerminal() {
     def_shell_mode();
   }
   reset_prog_mode();  // SIGSTOP has no handler: others may have set the mode meanwhile
-  // After endwin, doupdate resizes curses by itself, to fewer columns than it can bear, unless the
-  // environment fixes the size.
-  const bool free_rows = !IsFixed("LINES");
-  const bool free_columns = !IsFixed("COLUMNS");
-  SetVariable("LINES", LINES);
-  SetVariable("COLUMNS", COLS);
   doupdate();
-  if (free_rows) unsetenv("LINES");
-  if (free_columns) unsetenv("COLUMNS");
 }
 
 void UpdateTerminalSize() {
   winsize size{};
   if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) != 0 || size.ws_row == 0 || size.ws_col == 0) return;
-  const int rows = IsFixed("LINES") ? LINES : size.ws_row;
-  const int columns = IsFixed("COLUMNS") ? COLS : std::max<int>(size.ws_col, kLeastColumns);
+  const int rows = rows_fixed ? LINES : size.ws_row;
+  const int columns = columns_fixed ? COLS : std::max<int>(size.ws_col, kLeastColumns);
   if (is_term_resized(rows, columns)) {
     resizeterm(rows, columns);
+    FixSize();
   }
 }
