@@ -21,6 +21,6 @@ void EndTerminal();
 // shell's, since the operator may have changed it. For the foreground only.
 void ResumeTerminal();
 
-// Gives curses the present size of the terminal. A dimension that LINES or COLUMNS of the
-// environment sets stays. A new size leaves a KEY_RESIZE to be read.
+// Gives curses the present size of the terminal. A dimension that LINES or COLUMNS fixed at the
+// start stays; while curses runs, both hold its size. A new size leaves a KEY_RESIZE to be read.
 void UpdateTerminalSize();
