@@ -3,7 +3,7 @@
 #include "forms/form_run.h"
 #include "forms/forms.h"
 #include "forms/key_input.h"
-#include "forms/screen_painter.h"
+#include "forms/screen_drawing.h"
 #include "forms/table_access.h"
 #include "shell/trace_log.h"
 

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "forms/field_view.h"
-#include "forms/screen_painter.h"
+#include "forms/screen_drawing.h"
 #include "forms/table_access.h"
 #include "forms/text.h"
 #include "shell/trace_log.h"

@@ -1,6 +1,6 @@
 #include "forms/forms.h"
 #include "forms/layer.h"
-#include "forms/screen_painter.h"
+#include "forms/screen_drawing.h"
 #include "forms/window.h"
 #include "shell/trace_log.h"
 

@@ -1,7 +1,6 @@
 #include "forms/key_input.h"
 
 #include <poll.h>
-#include <termios.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -11,8 +10,8 @@
 #include "forms/layer.h"
 #include "shell/shell_state.h"
 #include "shell/shutdown.h"
-#include "shell/signals.h"
 #include "shell/trace_log.h"
+#include "terminal/signals.h"
 
 namespace {
 
@@ -48,46 +47,23 @@ int CodeOf(std::span<const KeyCode> codes, int last) {
 bool TerminalGone(short events, int read_error) {
   if ((events & (POLLHUP | POLLERR | POLLNVAL)) != 0) return true;
   if ((events & POLLIN) == 0) return false;
-  // Input that poll has reported may vanish from a terminal, flushed by a signal key; anywhere else
-  // it was the end of the file.
+  // Input that poll has reported may vanish from a terminal, flushed by another process; anywhere
+  // else it was the end of the file.
   const bool transient = read_error == 0 || read_error == EINTR || read_error == EAGAIN;
   return !transient || isatty(STDIN_FILENO) == 0;
 }
 
-// Sleeps until there is input or a signal is delivered. Returns the events that poll reports of the
-// input, 0 after a signal.
-short AwaitInput() {
-  pollfd input{STDIN_FILENO, POLLIN, 0};
-  const sigset_t mask = KeyWaitMask();
-  return ppoll(&input, 1, nullptr, &mask) > 0 ? input.revents : static_cast<short>(0);
-}
-
-// Sets how many bytes a read of the terminal waits for, 0 or 1.
-void SetLeastInput(cc_t bytes) {
-  termios mode{};
-  if (tcgetattr(STDIN_FILENO, &mode) == 0) {
-    mode.c_cc[VMIN] = bytes;
-    tcsetattr(STDIN_FILENO, TCSANOW, &mode);
-  }
-}
-
-// A non-blocking read of a key, ERR when there is none. Pending signals are delivered first; a
-// stream of keys would delay them otherwise.
+// A non-blocking read of a key, at the size that the terminal has now. Returns ERR, with the errno
+// of the read or 0, when there is none.
 int ReadAvailableKey(WINDOW* window) {
-  DeliverPendingSignals();
   FollowTerminal();
-  // Input that poll has reported can be flushed by the INTR, QUIT and SUSP characters; a blocking
-  // read would then wait for the next key with the signals blocked. The mode is set back at once: a
-  // shell that found it after SIGSTOP or SIGKILL would take it for the end of its input.
-  SetLeastInput(0);
   errno = 0;
-  const int key = wgetch(window);
-  SetLeastInput(1);
-  return key;
+  return wgetch(window);
 }
 
 int WaitForKey(WINDOW* window) {
   wtimeout(window, 0);
+  DeliverPendingSignals();  // a stream of keys would delay them otherwise
   int key = ReadAvailableKey(window);
   while (key == ERR) {
     const short events = AwaitInput();

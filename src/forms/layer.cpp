@@ -1,7 +1,7 @@
 #include "forms/layer.h"
 
-#include "shell/signals.h"
-#include "shell/terminal.h"
+#include "terminal/signals.h"
+#include "terminal/terminal.h"
 
 constinit Layer* Layer::bottom = nullptr;
 
@@ -14,7 +14,8 @@ Layer** Layer::LinkTo(const Layer* layer) {
 }
 
 void FollowTerminal() {
-  if (!TakeTerminalChange()) return;
+  if (!TerminalChanged()) return;
+  AwaitForeground();
   UpdateTerminalSize();
   for (Layer* layer = Layer::Bottom(); layer != nullptr; layer = layer->above()) {
     if (layer->LayOut()) {

@@ -9,13 +9,14 @@
 #include "shell/command_line.h"
 #include "shell/main_menu.h"
 #include "shell/shell_state.h"
-#include "shell/signals.h"
-#include "shell/terminal.h"
+#include "shell/shutdown.h"
 #include "shell/trace_log.h"
+#include "terminal/signals.h"
+#include "terminal/terminal.h"
 
 int main(int argc, char** argv) {
   BlockSignals();
-  InstallHandlers();
+  InstallHandlers(Shutdown);
   AwaitForeground();
   RunShellCommand("clear");
   ParseArgs(argc, argv);

@@ -7,7 +7,7 @@
 #include <cstdlib>
 
 #include "platform/shell_command.h"
-#include "shell/terminal.h"
+#include "terminal/terminal.h"
 
 void Shutdown(int /*signal_number*/) {
   (void)signal(SIGINT, SIG_IGN);

@@ -8,12 +8,13 @@
 #include "forms/key_input.h"
 #include "forms/table_access.h"
 #include "forms/window.h"
-#include "shell/signals.h"
-#include "shell/terminal.h"
+#include "shell/shutdown.h"
 #include "shell/trace_log.h"
 #include "support/keys.h"
 #include "support/terminal_session.h"
 #include "support/test_files.h"
+#include "terminal/signals.h"
+#include "terminal/terminal.h"
 
 using Body = std::function<std::string()>;
 
@@ -34,7 +35,7 @@ inline std::unique_ptr<TerminalSession> Start(const Body& body,
   const Body run = [&body] {
     BlockSignals();
     StartTrace();
-    InstallHandlers();
+    InstallHandlers(Shutdown);
     StartTerminal();
     return body();
   };

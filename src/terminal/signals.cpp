@@ -1,20 +1,34 @@
-#include "shell/signals.h"
+#include "terminal/signals.h"
 
+#include <poll.h>
 #include <termios.h>
 #include <unistd.h>
 
-#include "shell/shutdown.h"
-#include "shell/terminal.h"
+#include <csignal>
+
+#include "terminal/terminal.h"
 
 namespace {
 
 volatile std::sig_atomic_t terminal_changed = 0;
 
+// What SIGINT does.
+constinit SignalHandler interrupt_handler = nullptr;
+
+// The mask while waiting for a key: that of the start with the handled signals unblocked.
+constinit sigset_t wait_mask = {};
+
 void NoteChange(int /*number*/) { terminal_changed = 1; }
+
+void Interrupt(int number) {
+  DiscardInput();
+  interrupt_handler(number);
+}
 
 // Restores the terminal and takes the default action of the signal: ends the program, or stops it
 // until it is continued.
 void TakeDefaultAction(int number) {
+  DiscardInput();
   EndTerminal();
   struct sigaction by_default = {};
   by_default.sa_handler = SIG_DFL;
@@ -32,12 +46,12 @@ void TakeDefaultAction(int number) {
 
 struct HandledSignal {
   int number;
-  void (*handler)(int);
+  SignalHandler handler;
   bool stays_ignored;  // if it was at the start
 };
 
 constexpr HandledSignal kHandled[] = {
-    {SIGINT, Shutdown, false},          {SIGTERM, TakeDefaultAction, true},
+    {SIGINT, Interrupt, false},         {SIGTERM, TakeDefaultAction, true},
     {SIGHUP, TakeDefaultAction, true},  {SIGQUIT, TakeDefaultAction, true},
     {SIGTSTP, TakeDefaultAction, true}, {SIGCONT, NoteChange, false},
     {SIGWINCH, NoteChange, false}};
@@ -58,9 +72,16 @@ void ChangeMask(int how) {
 
 }  // namespace
 
-void BlockSignals() { ChangeMask(SIG_BLOCK); }
+void BlockSignals() {
+  ChangeMask(SIG_BLOCK);
+  sigprocmask(SIG_SETMASK, nullptr, &wait_mask);
+  for (const HandledSignal& handled_signal : kHandled) {
+    sigdelset(&wait_mask, handled_signal.number);
+  }
+}
 
-void InstallHandlers() {
+void InstallHandlers(SignalHandler on_interrupt) {
+  interrupt_handler = on_interrupt;
   for (const auto& [number, handler, stays_ignored] : kHandled) {
     struct sigaction action = {};
     sigaction(number, nullptr, &action);
@@ -78,6 +99,13 @@ void DeliverPendingSignals() {
   ChangeMask(SIG_BLOCK);
 }
 
+short AwaitInput() {
+  pollfd input{STDIN_FILENO, POLLIN, 0};
+  return ppoll(&input, 1, nullptr, &wait_mask) > 0 ? input.revents : static_cast<short>(0);
+}
+
+bool TerminalChanged() { return terminal_changed != 0; }
+
 void AwaitForeground() {
   do {
     terminal_changed = 0;
@@ -86,20 +114,5 @@ void AwaitForeground() {
     // the signals are unblocked: the stopped job can be ended.
     tcdrain(STDIN_FILENO);
     ChangeMask(SIG_BLOCK);
-  } while (terminal_changed != 0);
-}
-
-sigset_t KeyWaitMask() {
-  sigset_t mask;
-  sigprocmask(SIG_SETMASK, nullptr, &mask);
-  for (const HandledSignal& handled_signal : kHandled) {
-    sigdelset(&mask, handled_signal.number);
-  }
-  return mask;
-}
-
-bool TakeTerminalChange() {
-  if (terminal_changed == 0) return false;
-  AwaitForeground();
-  return true;
+  } while (TerminalChanged());
 }

@@ -3,17 +3,21 @@
 // The terminal: curses is started, ended and given its size here and nowhere else.
 
 // Starts curses on standard input and output, in cbreak mode without echo and with keypad
-// translation on the standard screen. Curses gets two columns at least: on one it reads and writes
-// outside its lines. The terminal is restored before an uncaught exception is reported.
+// translation on the standard screen. Signal keys do not flush the input. Curses gets two columns
+// at least: on one it reads and writes outside its lines. The terminal is restored before an
+// uncaught exception is reported.
 void StartTerminal();
+
+// Discards what has been typed and not been read, which a shell would take for commands. Does
+// nothing in the background.
+void DiscardInput();
 
 // Ends curses and restores the terminal. Does nothing before StartTerminal, a second time, or in
 // the background.
 void EndTerminal();
 
 // Whether the process group is in the foreground: in the background a job must neither set the
-// terminal's mode nor draw.
-// Also true where standard input is not the controlling terminal.
+// terminal's mode nor draw. Also true where standard input is not the controlling terminal.
 [[nodiscard]] bool IsInForeground();
 
 // Sets curses' mode again after a stop, and paints what has been refreshed with wnoutrefresh, at

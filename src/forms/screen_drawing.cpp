@@ -1,4 +1,4 @@
-#include "forms/screen_painter.h"
+#include "forms/screen_drawing.h"
 
 #include <algorithm>
 #include <string>

@@ -1,4 +1,4 @@
-#include "shell/terminal.h"
+#include "terminal/terminal.h"
 
 #include <curses.h>
 #include <sys/ioctl.h>
@@ -20,21 +20,22 @@ constexpr int kLeastColumns = 2;
 
 constinit std::terminate_handler former_handler = nullptr;
 
-// Whether the environment that the program was started with fixes the dimension.
+// Whether the user has fixed the dimension by the environment.
 constinit bool rows_fixed = false;
 constinit bool columns_fixed = false;
 
-bool IsFixed(const char* name) {
+// Whether the variable says what curses took, and not something that curses ignores.
+bool IsFixed(const char* name, int taken) {
   const char* value = std::getenv(name);
   char* end = nullptr;
-  return value != nullptr && std::strtol(value, &end, 0) > 0 && *end == '\0';
+  return value != nullptr && std::strtol(value, &end, 0) == taken && *end == '\0';
 }
 
 void SetVariable(const char* name, int value) { setenv(name, std::to_string(value).c_str(), 1); }
 
 // Puts curses' size into the environment: after endwin, doupdate would otherwise resize curses by
 // itself, to fewer columns than it can bear.
-void FixSize() {
+void ExportSize() {
   SetVariable("LINES", LINES);
   SetVariable("COLUMNS", COLS);
 }
@@ -44,11 +45,11 @@ void FixSize() {
 void StartTerminal() {
   // Only for the characters of the window corners: everything else stays ASCII.
   (void)std::setlocale(LC_CTYPE, "");
-  rows_fixed = IsFixed("LINES");
-  columns_fixed = IsFixed("COLUMNS");
   initscr();
+  rows_fixed = IsFixed("LINES", LINES);
+  columns_fixed = IsFixed("COLUMNS", COLS);
   resize_term(LINES, std::max(COLS, kLeastColumns));
-  FixSize();
+  ExportSize();
   former_handler = std::set_terminate([] {
     EndTerminal();
     former_handler();  // reports the exception and aborts
@@ -59,6 +60,14 @@ void StartTerminal() {
   keypad(stdscr, TRUE);
   cbreak();
   noecho();
+  // What poll has reported stays, so that no read blocks; DiscardInput does what the kernel did.
+  intrflush(stdscr, FALSE);
+}
+
+void DiscardInput() {
+  if (IsInForeground()) {
+    flushinp();
+  }
 }
 
 void EndTerminal() {
@@ -87,6 +96,6 @@ void UpdateTerminalSize() {
   const int columns = columns_fixed ? COLS : std::max<int>(size.ws_col, kLeastColumns);
   if (is_term_resized(rows, columns)) {
     resizeterm(rows, columns);
-    FixSize();
+    ExportSize();
   }
 }
