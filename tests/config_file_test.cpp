@@ -4,15 +4,14 @@
 #include <sys/syscall.h>
 
 #include "config/evseccfg.h"
-#include "support/test_files.h"
+#include "support/store.h"
 
 extern const char* test_node_name;  // what hlv_nodename gives
 
-uid_t test_user = 0;
 extern "C" uid_t geteuid() noexcept { return test_user; }
 
-static int reserve_error =
-    0;  // how the allocation of space ends in a test, after some was allocated
+// How the allocation of space ends in a test, after some was allocated.
+static int reserve_error = 0;
 extern "C" int fallocate(int file, int mode, off_t offset, off_t size) {
   sigset_t blocked;
   sigprocmask(SIG_SETMASK, nullptr, &blocked);

@@ -1,7 +1,7 @@
 #include "config/evseccfg.h"
 
 #include "config/config_file.h"
-#include "support/test_files.h"
+#include "support/store.h"
 
 using Evseccfg = StoreTest;
 

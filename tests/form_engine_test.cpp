@@ -46,6 +46,7 @@ TEST(FormEngine, KeysHandlersAndNewSizesActOnTheFieldUnderTheCursor) {
       {"form_down_and_up", Form(""), full + kDown + kUp, "", "[abcdefgh] changed"},
       {"form_first_replaced", Form("", Repaint), full + kF2 + "X", "", "[Xbcdefgh] changed"},
       {"form_first_replaced", Form("", MoveTo(2, 9)), full + kF2 + "X", "", "[Xbcdefgh] changed"},
+      {"form_shown_again", Form("", MoveTo(2, 9)), full + kF2, "X", "[Xbcdefgh] changed"},
       {"form_shown_replaced", Form("", MoveTo(2, 6)), full + kF2 + "X", "", "[abcdefXh] changed"},
       {"form_next_replaced", Form(full, MoveTo(2, 8)), kF2 + "X", "", "[abcdefXh] changed"},
       {"form_moved_to_b", Form("", MoveTo(4, 2)), full + kF2 + "X", "", "[abcdefgh] changed"},
@@ -60,6 +61,8 @@ TEST(FormEngine, KeysHandlersAndNewSizesActOnTheFieldUnderTheCursor) {
       {"form_cut_off", Form("abc"), "", kDown + kDown + kUp + "X", "[Xbc] changed", Sizes{{6, 10}}},
       {"form_too_low", Form("abc"), "", kDelete + kDown + "X", "no field, [abc]", Sizes{{2, 10}}}};
   Play(stories, {.rows = 8, .cols = 10});
+  Play({{"form_untouched", Form("abc"), "", "X", "[Xbc] changed", Sizes{{8, 10}}}},
+       {.rows = 2, .cols = 10});  // which shows no field
   Play({{"form_deleted", Form("abc"), f0_and_delete, keypad_enter, "[bc] changed"}},
        {.rows = 8, .cols = 10, .term = "vt100"});
 }

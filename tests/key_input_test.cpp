@@ -1,6 +1,8 @@
 #include <fcntl.h>
 #include <sys/inotify.h>
 
+#include <csignal>
+
 #include "shell/shell_state.h"
 #include "support/toolkit.h"
 

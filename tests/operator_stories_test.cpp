@@ -144,6 +144,8 @@ TEST_F(OperatorStories, AddsAndFindsTheWidestRecordAndNoWider) {
   EXPECT_EQ(terminal_->Row(6).substr(24, 9), "[WARNING]");
   Type(kF3);
   ExpectPicture(*terminal_, "selection");
+  TypeAndRead(kF4 + kEnter + kDown + kF4 + kEnter + kEnter + "d" + kEnter,
+              Stored(kLongNode, kLongUserid));
   ExpectInTrace("Looking for Node: <" + kLongNode.substr(0, 60) + "\n");  // 79 bytes
 }
 

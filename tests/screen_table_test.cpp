@@ -1,3 +1,4 @@
+#include "forms/field_view.h"
 #include "support/toolkit.h"
 
 static constexpr ScreenField kLabel{2, 2, "Label", -1, -1, nullptr, -1, 0, nullptr};
@@ -8,14 +9,20 @@ TEST(ScreenTable, DownAndUpGoToTheFirstEnterableFieldOfALine) {
   const struct {
     std::string protected_fields, from;
     const char *down, *up;
-  } cases[] = {{"", "a", "c", "e"},     {"", "b", "c", "a"},    {"", "d", "e", "a"},
-               {"", "e", "a", "c"},     {"a", "b", "c", "e"},   {"a", "e", "b", "c"},
-               {"c", "a", "d", "e"},    {"cd", "b", "e", "a"},  {"e", "c", "c", "a"},
-               {"abcd", "e", "e", "e"}, {"cde", "a", "a", "a"}, {"abcde", "c", "c", "c"}};
+  } cases[] = {{"", "a", "c", "f"},      {"", "b", "c", "a"},     {"", "d", "f", "a"},
+               {"", "f", "a", "c"},      {"a", "b", "c", "f"},    {"a", "f", "b", "c"},
+               {"c", "a", "d", "f"},     {"cde", "b", "f", "a"},  {"f", "c", "c", "a"},
+               {"c", "f", "a", "d"},     {"d", "f", "a", "c"},    {"e", "f", "a", "c"},
+               {"abcde", "f", "f", "f"}, {"cdef", "a", "a", "a"}, {"abcdef", "c", "c", "c"}};
   for (const auto& [protected_fields, from, down, up] : cases) {
-    ScreenField table[] = {
-        Field(1, 5, 3, "a"),  Field(1, 15, 3, "b"), kLabel,   Field(3, 5, 3, "c"),
-        Field(3, 15, 3, "d"), Field(5, 5, 3, "e"),  kSentinel};
+    ScreenField table[] = {Field(1, 5, 3, "a"),
+                           Field(1, 15, 3, "b"),
+                           kLabel,
+                           Field(3, 5, 3, "c"),
+                           Field(3, 15, 3, "d"),
+                           Field(3, 25, 3, "e"),
+                           Field(5, 5, 3, "f"),
+                           kSentinel};
     for (ScreenField& row : Rows(table)) {
       if (protected_fields.find(Name(&row)) != std::string::npos) row.flags = FLD_PROTECTED;
     }
@@ -37,6 +44,11 @@ TEST(ScreenTable, HasBuffersForValuesAndDynamicLabelsWhileItIsOpen) {
   SetValue(table, "closed");
   EXPECT_STREQ(Value(table), "");
   EXPECT_TRUE(table[0].label != nullptr && table[1].label == nullptr);
+}
+
+TEST(ScreenTable, AFieldShowsAtMost256Characters) {
+  EXPECT_EQ(VisibleWidth(Field(2, 5, 256, "widest"), 300), 256);
+  EXPECT_EQ(VisibleWidth(Field(2, 5, 257, "wider"), 300), 256);
 }
 
 // A form that F2 paints twice in a border of its own: the title is not taken for the border.

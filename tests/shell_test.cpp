@@ -53,10 +53,13 @@ TEST_F(Shell, PaintsTheMenuAndWrapsTheHighlightAround) {
 }
 
 TEST_F(Shell, QuitAndCtrlCLeaveAClearTerminal) {
-  for (const std::string& keys : {kUp + kEnter, std::string("\x03"), kEnter + "\x03"}) {
+  const std::string ctrl_c = "\x03";
+  for (const std::string& keys : {kUp + kEnter, ctrl_c, kEnter + ctrl_c}) {
     Start();
     Leave(keys);
   }
+  Start("", "env --ignore-signal=INT");
+  Leave(ctrl_c);
 }
 
 TEST_F(Shell, StopsWhereItWaitsForAKeyAndGoesOn) {
@@ -68,7 +71,8 @@ TEST_F(Shell, StopsWhereItWaitsForAKeyAndGoesOn) {
             "kill -s TSTP \"$leader\"\nexec clear\n");
   chmod("clear", 0755);
   terminal_ = TerminalSession::Run("set -m; PATH=.:$PATH ./program; echo " + at_start +
-                                   "; read key; fg; echo " + by_key + "; read key; fg");
+                                   "; read key; fg; echo " + by_key +
+                                   "; read key; stty -ixon; fg; stty -a | grep -q -e -ixon");
   EXPECT_TRUE(terminal_->WaitFor(at_start) && terminal_->Cooked()) << terminal_->Picture();
   Type(kEnter);
   ExpectPicture(*terminal_, geteuid() == 0 ? "main_menu" : "read_only_notice");
@@ -78,7 +82,14 @@ TEST_F(Shell, StopsWhereItWaitsForAKeyAndGoesOn) {
   EXPECT_TRUE(terminal_->WaitFor(by_key) && terminal_->Cooked()) << terminal_->Picture();
   Type(kEnter);
   EXPECT_EQ(terminal_->Picture(), list);
-  Leave(kF3 + kF3 + kF3);
+  Leave(kF3 + kF3 + kF3);  // with the modes that were set while it was stopped
+}
+
+TEST_F(Shell, GoesOnAtCtrlZWhereThatWasIgnoredAtTheStart) {
+  terminal_ = TerminalSession::Run("set -m; env --ignore-signal=TSTP ./program; read key");
+  Type("");
+  Type("\x1ao" + kDown);
+  EXPECT_TRUE(terminal_->Marks().starts_with("cursor 7,5\n")) << terminal_->Picture();
 }
 
 TEST_F(Shell, StopsInTheBackgroundWhereASignalEndsIt) {

@@ -55,13 +55,10 @@ int HasMask(const WLNSRec* list, const WLNSRec& rec, MaskOf mask) {
 WLNSRec* ListMasks(const char* nodeMask, const char* useridMask, MaskOf mask) {
   RecordList result;
   WLNSRec** end = &result.head;
-  const WLNSRec* last =
-      nullptr;  // of `result`; compared first, as files often hold a mask in a row
   std::unordered_set<std::string_view> listed;  // views into `result`
   try {
     while (RecordPtr rec{WLNSReadRec(nodeMask, useridMask)}) {
-      if (HasMask(last, *rec, mask) == 0 && listed.insert(mask(*rec)).second) {
-        last = rec.get();
+      if (listed.insert(mask(*rec)).second) {
         end = Append(end, std::move(rec));
       }
     }
@@ -89,10 +86,10 @@ int WLNSUpdateRec(const WLNSRec* rec) {
   if (*link == nullptr) {
     *link = new (std::nothrow) WLNSRec{};
     if (*link == nullptr) return ENOMEM;
-    CopyText((*link)->nodemask, rec->nodemask);
-    CopyText((*link)->usermask, rec->usermask);
   }
-  (*link)->mode = rec->mode;
+  WLNSRec* const next = (*link)->next;  // all else comes from `rec`
+  **link = *rec;
+  (*link)->next = next;
   return WLNSWriteRecs(list.Release());
 }
 

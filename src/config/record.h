@@ -15,9 +15,9 @@ inline constexpr int kUserMaskLength = 32;  // most bytes of a userid mask
 inline constexpr std::string_view kModes = "DEW";  // disabled, enabled, warning
 
 // A node mask and a userid mask, each zero-terminated and compared as plain text, and the security
-// mode of the pair, one of kModes. A record read from a hand-edited file
-// may hold any other byte as its mode, a zero byte where the file has none.
-// Records are allocated one by one with `new`, zero-filled, and form lists in file order.
+// mode of the pair, one of kModes. A record read from a hand-edited file may hold any other byte as
+// its mode, a zero byte where the file has none. Records are allocated one by one with `new`,
+// zero-filled, and form lists in file order.
 struct WLNSRec {
   char nodemask[kNodeMaskLength + 1];
   char usermask[kUserMaskLength + 1];

@@ -1,17 +1,17 @@
 #include "forms/box.h"
 
 #include "forms/key_input.h"
+#include "forms/window.h"
 
 Box::Box(WINDOW* parent, int rows, int columns)
     : Layer(OpenWindow(rows, columns).release()),
       parent_(parent),
       rows_(rows),
       columns_(columns),
-      owned_(window()),
-      fits_(owned_ != nullptr && Centre()) {}
+      fits_(window() != nullptr && Centre()) {}
 
 Box::~Box() {
-  owned_.reset();
+  delwin(window());
   ShowAgain(parent_);
 }
 

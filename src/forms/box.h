@@ -5,11 +5,10 @@
 #include <optional>
 
 #include "forms/layer.h"
-#include "forms/window.h"
 
-// A box of fixed size over the window `parent`, which is shown again at its end. One that does not
-// fit on the screen is not shown; one that no longer fits after a resize is not shown again either
-// when the terminal grows.
+// A box of fixed size over the window `parent`, which is shown again at its end. It owns its
+// window. One that does not fit on the screen is not shown; one that no longer fits after a resize
+// is not shown again either when the terminal grows.
 class Box : public Layer {
  public:
   bool LayOut() final;
@@ -32,6 +31,5 @@ class Box : public Layer {
 
   WINDOW* parent_;
   int rows_, columns_;
-  WindowPtr owned_;
   bool fits_;
 };

@@ -29,7 +29,9 @@ EditResult ApplyKey(LineEditor& line, int key) {
     case KEY_DC:
       return line.EraseUnder();
     default:
-      const int character = key & kLowByte;  // of any other key the low byte is typed
+      // Of any other key the low byte is typed.
+      static_assert(!IsPrintable(KEY_RESIZE & kLowByte), "a resize would type a character");
+      const int character = key & kLowByte;
       return IsPrintable(character) ? line.Type(static_cast<char>(character))
                                     : EditResult::kNothing;
   }
@@ -153,9 +155,9 @@ bool FormRun::InSight(const ScreenField& field) const {
   return field.field_row < getmaxy(window()) && field.field_column < getmaxx(window());
 }
 
-// Makes the field the edited one, at its first character. One without a buffer cannot be edited.
+// Makes the field the edited one, at its first character.
 void FormRun::SetField(ScreenField* field) {
-  field_ = field != nullptr && field->value != nullptr ? field : nullptr;
+  field_ = field;
   if (field_ != nullptr) {
     line_ = {.value = field_->value, .width = field_->width};
     Measure();

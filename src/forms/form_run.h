@@ -16,8 +16,8 @@ class FormRun final : public Layer {
   // Returns the form that runs on `window`, or null.
   [[nodiscard]] static FormRun* On(const WINDOW* window);
 
-  // Fits the edited field to the width of its line and puts the cursor on its character again. What
-  // shows does not depend on the sizes that went before.
+  // Fits the edited field to the width of its line and puts the cursor on its character again. How
+  // the field shows does not depend on the sizes that went before.
   bool LayOut() override;
 
   // The field under the cursor. None while its line is outside the screen: the cursor is then at

@@ -6,13 +6,12 @@
 
 namespace {
 
-// A screen as it shows below its form.
+// A screen as it shows below its form. As it fills the terminal, curses fits its window.
 class ScreenLayer final : public Layer {
  public:
   ScreenLayer(WINDOW* window, const FormScreen& screen) : Layer(window), screen_(screen) {}
 
   bool LayOut() override {
-    wresize(window(), LINES, COLS);
     Frame(window());
     DrawScreen(window(), screen_.table, screen_.title);
     return true;

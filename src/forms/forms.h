@@ -17,7 +17,7 @@
 #include <cstdint>
 #include <functional>
 
-// --- Screen tables ---
+// --- Screen tables (screen_tables.cpp) ---
 
 inline constexpr std::uint32_t FLD_DYNLABEL = 0x20;   // the label is a buffer of the field store
 inline constexpr std::uint32_t FLD_PROTECTED = 0x40;  // the cursor does not stop at the field
@@ -47,6 +47,11 @@ using ScreenTable = ScreenField[];
 extern ScreenTable UpdateScreen;  // the add / update form: fields "node", "userid", "mode"
 extern ScreenTable SelectScreen;  // the selection and delete forms: fields "node", "userid"
 
+// Returns the field of `table` called `name`, or null; in table_access.cpp.
+[[nodiscard]] ScreenField* FindField(ScreenField* table, const char* name);
+
+// --- Values (field_store.cpp) ---
+
 // Gives every field of `table` an empty value buffer and every FLD_DYNLABEL row an empty label of
 // kDynamicLabelSize bytes. Returns 0, or -1 at the first allocation that fails: rows before it keep
 // their buffers. FreeScreenFields releases them and must be called before the next
@@ -63,10 +68,7 @@ void SetValue(ScreenField* field, const char* text);
 // The value of the field, "" when the field is null or has no value buffer.
 [[nodiscard]] const char* Value(const ScreenField* field);
 
-// Returns the field called `name`, or null.
-[[nodiscard]] ScreenField* FindField(ScreenField* table, const char* name);
-
-// --- Drawing ---
+// --- Drawing (form_engine.cpp, as a form that runs on the window follows) ---
 
 // Paints the whole screen: border, title (may be null) over the top border, labels, and values from
 // their first characters. The window keeps the border characters it has. The cursor ends on the
@@ -81,7 +83,7 @@ int MoveToField(WINDOW* window, ScreenField* field);
 // window. The cursor stays.
 void RedrawField(WINDOW* window, const ScreenField* field);
 
-// --- Forms ---
+// --- Forms (form_engine.cpp) ---
 
 // Set to 1 when the operator changes a value. The toolkit never clears it.
 extern int FieldsModified;
@@ -103,6 +105,8 @@ using KeyHandler = int (*)(WINDOW* window, int code, ScreenField* field);
 // (forms/layer.h) draws the rest, as the one of RunScreen does.
 void ProcessWindowData(WINDOW* window, ScreenField* table, KeyHandler handler);
 
+// --- Screens (form_screen.cpp) ---
+
 // A form on a window that fills the screen.
 struct FormScreen {
   const char* operation;  // its name in the trace
@@ -113,12 +117,12 @@ struct FormScreen {
 // Opens the screen over the window `parent`, lets `prepare` preset its fields, runs its form with
 // `handler`, closes it and shows the parent again. Without `prepare` the fields start empty; when
 // it returns false the form is not shown. A `prepare` that has shown a box must return false: a
-// resize while the box was open did not reach this window. Open screens must not share a table.
-// Returns 0, or -1 when there is no memory for the window or the fields.
+// resize while the box was open has not drawn this window anew. Open screens must not share a
+// table. Returns 0, or -1 when there is no memory for the window or the fields.
 int RunScreen(const FormScreen& screen, WINDOW* parent, KeyHandler handler,
               const std::function<bool()>& prepare = nullptr);
 
-// --- List box ---
+// --- List box (list_box.cpp) ---
 
 inline constexpr int kMaxItemLength = 64;  // longer items are cut
 inline constexpr int kMaxItems = 1024;     // items beyond are fetched and dropped
@@ -132,7 +136,7 @@ using ItemProvider = const char* (*)(ScreenField* field);
 // when the box does not fit on the screen (the provider is then not called), or no longer does.
 int ListBox(WINDOW* parent, ScreenField* field, ItemProvider provider);
 
-// --- Message box ---
+// --- Message box (message_box.cpp) ---
 
 enum MessageBoxType : int {
   MBOX_YESNO = 1,

@@ -53,9 +53,11 @@ bool TerminalGone(short events, int read_error) {
   return !transient || isatty(STDIN_FILENO) == 0;
 }
 
-// A non-blocking read of a key, at the size that the terminal has now. Returns ERR, with the errno
-// of the read or 0, when there is none.
+// A non-blocking read of a key. Returns ERR, with the errno of the read or 0, when there is none.
+// Pending signals are delivered first: a stream of keys would delay them, and where there is input
+// the wait for it delivers none.
 int ReadAvailableKey(WINDOW* window) {
+  DeliverPendingSignals();
   FollowTerminal();
   errno = 0;
   return wgetch(window);
@@ -63,7 +65,6 @@ int ReadAvailableKey(WINDOW* window) {
 
 int WaitForKey(WINDOW* window) {
   wtimeout(window, 0);
-  DeliverPendingSignals();  // a stream of keys would delay them otherwise
   int key = ReadAvailableKey(window);
   while (key == ERR) {
     const short events = AwaitInput();

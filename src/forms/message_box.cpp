@@ -125,9 +125,8 @@ void MessageBoxLayer::Move(int key) {
 }
 
 std::optional<int> MessageBoxLayer::Choose() {
-  if (fits()) {
-    Draw();
-  }
+  if (!fits()) return std::nullopt;
+  Draw();
   while (const std::optional<int> key = NextKey()) {
     if (const int chosen = IsEnterKey(*key) ? slot_ : SlotOfLetter(buttons_, *key); chosen != 0) {
       return chosen;

@@ -1,7 +1,5 @@
 #include <algorithm>
-#include <cstdio>
 #include <cstring>
-#include <functional>
 #include <iterator>
 #include <string>
 #include <string_view>
@@ -74,19 +72,17 @@ bool PrepareFields(WINDOW* parent, const char* nodeMask, const char* useridMask)
 
 // --- Checking and storing ---
 
-// Returns what is wrong with a mask, null when nothing is; the text is valid until the next call.
-// Of several characters that the mask may not hold the leftmost counts. A comma would end it when
-// the file is read again.
-const char* MaskMessage(std::string_view mask, const char* missing, const char* name) {
-  static constinit char message[50] = {};
+// Returns what is wrong with a mask, "" when nothing is. Of several characters that the mask may
+// not hold the leftmost counts. A comma would end it when the file is read again.
+std::string MaskMessage(std::string_view mask, const char* missing, const char* name) {
   if (mask.empty()) return missing;
   const std::size_t at = mask.find_first_of("?,*");
-  if (at == std::string_view::npos || (mask[at] == '*' && at + 1 == mask.size())) return nullptr;
-  (void)std::snprintf(message, sizeof message, "%s\"%c\" not allowed in %s",
-                      mask[at] == '*' ? "Imbedded " : "", mask[at], name);
-  return message;
+  if (at == std::string_view::npos || (mask[at] == '*' && at + 1 == mask.size())) return "";
+  return std::string(mask[at] == '*' ? "Imbedded \"" : "\"") + mask[at] + "\" not allowed in " +
+         name;
 }
 
+// Unlike toupper, it leaves bytes beyond ASCII alone in every locale.
 char ToUpper(char letter) {
   return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
 }
@@ -99,15 +95,15 @@ void ModeToUpperCase(WINDOW* win, ScreenField* field) {
   }
 }
 
-const char* ModeMessage(const char* mode) {
+std::string ModeMessage(const char* mode) {
   if (*mode == '\0') return "Security Mode is missing";
-  return kModes.find(*mode) != std::string_view::npos ? nullptr : "Security Mode is invalid";
+  return kModes.find(*mode) != std::string_view::npos ? "" : "Security Mode is invalid";
 }
 
-// Reports a message that is not null and puts the cursor on the field. Returns whether it did.
-bool ReportIfWrong(WINDOW* win, ScreenField* field, const char* message) {
-  if (message == nullptr) return false;
-  MessageBox(win, message, MBOX_OK);
+// Reports a message that is not empty and puts the cursor on the field. Returns whether it did.
+bool ReportIfWrong(WINDOW* win, ScreenField* field, const std::string& message) {
+  if (message.empty()) return false;
+  MessageBox(win, message.c_str(), MBOX_OK);
   if (field != nullptr) {
     MoveToField(win, field);
   }
@@ -159,9 +155,8 @@ int AddCfg(WINDOW* parent) {
 
 int UpdCfg(WINDOW* parent, const char* nodeMask, const char* useridMask) {
   FieldsModified = 0;
-  const auto prepare = [=] { return PrepareFields(parent, nodeMask, useridMask); };
   return RunScreen(kUpdateForm, parent, UpdCfgKeys,
-                   std::ref(prepare));  // as a copy, it would be allocated
+                   [=] { return PrepareFields(parent, nodeMask, useridMask); });
 }
 
 int UpdCfgKeys(WINDOW* win, int code, ScreenField* field) {

@@ -1,7 +1,7 @@
 #include "shell/main_menu.h"
 
+#include "forms/forms.h"
 #include "forms/key_input.h"
-#include "forms/table_access.h"
 #include "forms/text.h"
 #include "forms/window.h"
 #include "screens/screens.h"
@@ -79,7 +79,7 @@ int QuitCfg(WINDOW* /*window*/) { Shutdown(0); }
 bool MenuLayer::LayOut() {
   Frame(window());
   DrawMenu(window(), MainMenu, kMenuTitle);
-  if (entry_ != MainMenu) {  // after the key line, as MoveTo draws it: it may cover that
+  if (entry_ != MainMenu) {  // after the key line, as MoveTo does: on 13 lines it stands in Quit
     UnhighlightEntry(MainMenu);
     HighlightEntry(entry_);
     if (wmove(window(), entry_->row, entry_->col) == ERR) {

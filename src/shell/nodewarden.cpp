@@ -26,7 +26,7 @@ int main(int argc, char** argv) {
     RootAuthority = 0;
   }
   TraceFormat("geteuid: %d", user);
-  box(stdscr, kVerticalBorder, kHorizontalBorder);
+  Frame(stdscr);
   PaintMenu(stdscr, MainMenu, kMenuTitle);
   MenuLayer menu;
   if (RootAuthority == 0) {

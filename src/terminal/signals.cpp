@@ -4,6 +4,7 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 
 #include "terminal/terminal.h"
@@ -95,6 +96,10 @@ void InstallHandlers(SignalHandler on_interrupt) {
 }
 
 void DeliverPendingSignals() {
+  sigset_t pending;
+  sigpending(&pending);
+  const auto is_pending = [&pending](int number) { return sigismember(&pending, number) == 1; };
+  if (std::ranges::none_of(kHandled, is_pending, &HandledSignal::number)) return;
   ChangeMask(SIG_UNBLOCK);
   ChangeMask(SIG_BLOCK);
 }

@@ -9,7 +9,7 @@
 
 #include "config/config_file.h"
 #include "config/evseccfg.h"
-#include "support/test_files.h"
+#include "support/store.h"
 
 using Record = std::pair<std::string, std::string>;  // both masks with their comma; mode
 

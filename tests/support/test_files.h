@@ -1,6 +1,6 @@
 #pragma once
 
-// Directories, whole files, limits and installations for tests.
+// Directories, whole files and limits for tests.
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -44,19 +44,5 @@ inline void WriteFile(const std::string& path, const std::string& text) {
   std::ofstream(path) << text;
 }
 
-inline constexpr const char* kFile = "opr/config/alpha/actnode.prf";
 inline constexpr const char* kComments =
     "#Event external security configuration\n#Format: -n=nodemask,usermask,mode(D|E|W)\n";
-
-extern uid_t test_user;  // what geteuid tells the store in a test of it
-
-// A test as the superuser; the working directory is the installation's root and holds kFile.
-class StoreTest : public testing::Test {
- protected:
-  StoreTest() {
-    std::filesystem::create_directories("opr/config/alpha");
-    setenv("HLVHOME0000", ".", 1);
-    test_user = 0;
-  }
-  TemporaryDirectory directory_;
-};

@@ -54,12 +54,14 @@ inline const ScreenField* form_table = nullptr;  // of the form that runs
 inline std::string final_value;                  // of its first field, at Enter
 
 inline int Handle(WINDOW* window, int code, ScreenField* field) {
+  const int function_key = code - 1;
   if (code == CODE_ENTER) {
     if (field == nullptr) noted += "no field, ";
     final_value = Value(form_table);
     return -1;
   }
-  noted += code == 3 && on_f2 ? on_f2(window, field) : "F" + std::to_string(code - 1) + ", ";
+  const bool acts = function_key == 2 && on_f2;
+  noted += acts ? on_f2(window, field) : "F" + std::to_string(function_key) + ", ";
   return 0;
 }
 
