@@ -37,6 +37,7 @@ const struct {
     {"notice over the menu", "", {10, 50}, false, kByOrdinaryUser},
     {"menu of a fixed width", "", {24, 75}, false, "env -u ESCDELAY COLUMNS=70"},
     {"menu of a fixed height", "", {20, 30}, false, "env LINES=20"},
+    {"menu, LINES beyond an int", "", {7, 30}, true, "env LINES=9999999999"},
     {"add form with values", kAdd + "abc" + kDown + "u" + kLeft, {8, 30}, true},
     {"add form with a long value", kAdd + kLetters, {8, 30}, true},
     {"long value at its start", kAdd + kLetters + Times(64, kLeft), {8, 30}, true},

@@ -145,7 +145,7 @@ void TerminalSession::Resize(const TerminalOptions& size) {
 // In this order: all keys are read, the foreground process sleeps, all its output is read.
 bool TerminalSession::WaitFor(std::string_view text) {
   return slave_ >= 0 && Await([this, text] {
-           return NothingToRead(slave_, 0) && AsleepForKey(tcgetpgrp(master_)) && !Drain() &&
+           return !Unread() && AsleepForKey(tcgetpgrp(master_)) && !Drain() &&
                   Screen().find(text) != std::string::npos;
          });
 }
@@ -199,6 +199,8 @@ bool TerminalSession::Cooked() const {
   termios mode{};
   return tcgetattr(slave_, &mode) == 0 && (mode.c_lflag & (ICANON | ECHO)) == (ICANON | ECHO);
 }
+
+bool TerminalSession::Unread() const { return !NothingToRead(slave_, 0); }
 
 void ExpectText(const std::string& seen, const std::string& name) {
   const std::string file = NODEWARDEN_TESTS "/" + name;

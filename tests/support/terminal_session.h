@@ -51,6 +51,7 @@ class TerminalSession {
   [[nodiscard]] std::string Marks() const;       // cursor 11,5 \n standout 11,5 "Quit" \n
   [[nodiscard]] std::string Picture() const { return Screen() + Marks(); }
   [[nodiscard]] bool Cooked() const;  // whether the line edits and echoes as it does for a shell
+  [[nodiscard]] bool Unread() const;  // whether there are keys that nobody has read
   [[nodiscard]] int Bells() const { return bells_; }
 
  private:
