@@ -27,10 +27,7 @@ TEST(KeyInput, KeysAndSequencesComeBackAsOneKey) {
                {"tmux", "\033k\033j\033l\033h\033x", "KEY_UP KEY_DOWN KEY_RIGHT KEY_LEFT KEY_DC "},
                {"tmux", "\0331\0332\0333\0334", "KEY_F(1) KEY_F(2) KEY_F(3) KEY_F(4) "},
                {"linux", "\033Oxa\033[Pb\033Xc\0335d\033\033e", "a b c d e "},
-               {"tmux",
-                "a\x03"
-                "b",
-                "a b "}};  // a signal key flushes nothing
+               {"tmux", "a\003b", "a b "}};  // a signal key flushes nothing
   for (const auto& [type, sent, read] : cases) {
     const std::ptrdiff_t count = std::ranges::count(read, ' ');
     const auto read_keys = [=] { return (void)signal(SIGINT, SIG_IGN), ReadKeys(count); };
@@ -61,17 +58,18 @@ TEST(KeyInput, TheProgramEndsWithItsTerminalOrWhenInterrupted) {
     const char* keys;  // typed then
     int status;
     const char* shown = "";
-  } cases[] = {{"interrupt", [] { (void)raise(SIGINT); }, "", 0},
-               {"interrupt before a key", [] { ReadKeys(1), (void)raise(SIGINT); }, "ab", 0},
-               {"terminate", [] { (void)raise(SIGTERM); }, "", -SIGTERM},
-               {"quit key", [] {}, "\034", -SIGQUIT},
-               {"hang-up", [] {}, "", -SIGHUP},
-               {"hang-up, ignored", [] { (void)std::signal(SIGHUP, SIG_IGN); }, "", 0},
-               {"end of file", [] { dup2(open("/dev/null", O_RDONLY), 0); }, "", 0},
-               {"unreadable input", [] { dup2(open("/", O_RDONLY), 0); }, "", 0},
-               {"quit key, silent input", [] { dup2(inotify_init(), 0); }, "\034", -SIGQUIT},
-               {"closed input", [] { close(0); }, "", 0},
-               {"out of memory", [] { throw std::bad_alloc(); }, "", -SIGABRT, "bad_alloc"}};
+  } cases[] = {
+      {"interrupt", [] { (void)raise(SIGINT); }, "", 0},
+      {"interrupt before a key", [] { ReadKeys(1), (void)raise(SIGINT); }, "ab", 0},
+      {"terminate before a key", [] { ReadKeys(1), (void)raise(SIGTERM); }, "ab", -SIGTERM},
+      {"quit key", [] {}, "\034", -SIGQUIT},
+      {"hang-up", [] {}, "", -SIGHUP},
+      {"hang-up, ignored", [] { (void)std::signal(SIGHUP, SIG_IGN); }, "", 0},
+      {"end of file", [] { dup2(open("/dev/null", O_RDONLY), 0); }, "", 0},
+      {"unreadable input", [] { dup2(open("/", O_RDONLY), 0); }, "", 0},
+      {"quit key, silent input", [] { dup2(inotify_init(), 0); }, "\034", -SIGQUIT},
+      {"closed input", [] { close(0); }, "", 0},
+      {"out of memory", [] { throw std::bad_alloc(); }, "", -SIGABRT, "bad_alloc"}};
   for (const auto& row : cases) {
     SCOPED_TRACE(row.name);
     const auto terminal = Start([&row]() -> std::string {
