@@ -1,4 +1,4 @@
-"""Interrupts, lost terminals, full disks and odd files: faults.py PROGRAM [SEED [NAME]].
+"""Interrupts, lost terminals, full disks and odd files: scripts/abuse faults [SEED [NAME]].
 
 CASES says what is done to the program and what must come of it. With a NAME only the cases whose
 names begin so are tried.

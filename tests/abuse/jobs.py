@@ -1,4 +1,4 @@
-"""The program as a job of interactive shells: jobs.py PROGRAM [NAME].
+"""The program as a job of interactive shells: scripts/abuse jobs [NAME].
 
 STORIES says what is done to it and what must come of it. With a NAME only the stories whose names
 begin so are played.
@@ -19,20 +19,25 @@ SHELLS = {"bash": ("--norc", "--noprofile", "--noediting", "-i"), "dash": ("-i",
 PROMPT, MENU = b"ready# ", b"F3=Quit"
 CONTAINER = ("unshare", "--pid", "--fork")
 
-# The steps of a story: keys that are typed or a signal for the program, and what then appears; None
-# is the loss of the terminal and the end of the program. A shell may continue what it kills, and
-# complain of "bg".
+LINE_DROPS = object()  # instead of keys: the terminal is lost
+THE_END = object()  # instead of what appears: the program ends
+
+# The steps of a story: keys that are typed or a signal for the program, and what then appears. A
+# shell may continue what it kills, and complain of "bg".
 START, START_IN_BACKGROUND = (b"modes=$(stty -g); $PROGRAM\r", MENU), (b"$PROGRAM &\r", PROMPT)
 CTRL_Z = (b"\x1a", PROMPT)
 # No program can prepare for SIGSTOP, and not every shell restores the terminal after it.
 STOP = ((signal.SIGSTOP, b""), (b"stty $modes\n", PROMPT))
 BG, FG, QUIT = (b"bg\r", PROMPT), (b"fg\r", MENU), (F3, PROMPT)
-KILL = ((b"kill %1; bg\r", None), (b"jobs\r", b"[Tt]erminated.*" + PROMPT))
-INTERRUPT = ((b"kill -INT %1; bg\r", None), (b"jobs\r", b"[Dd]one.*" + PROMPT))
+KILL = ((b"kill %1; bg\r", THE_END), (b"jobs\r", b"[Tt]erminated.*" + PROMPT))
+INTERRUPT = ((b"kill -INT %1; bg\r", THE_END), (b"jobs\r", b"[Dd]one.*" + PROMPT))
 RAW = (b"sh -c 'old=$(stty -g); stty raw -echo; printf %s=raw mode; head -c1; stty $old'\r",
        b"mode=raw")
 START_FIRST = (" ".join(CONTAINER).encode() + b" $PROGRAM; echo status $?\r", MENU)
-HANG_UP = (None, None)
+HANG_UP = (LINE_DROPS, THE_END)
+# More than the program reads before the signal key that follows. Whoever reads it, it is two lines.
+PASTE = b"x" * 2500 + b"\ntouch pasted\n"
+NOTHING_RAN = (b"test -e pasted || echo nothing 'ran'\r", b"nothing ran.*" + PROMPT)
 
 STORIES = {
     "killed in the background": (START, CTRL_Z, BG, *KILL),
@@ -46,6 +51,10 @@ STORIES = {
     "15 rounds": (START, *(CTRL_Z, FG) * 15, QUIT),
     "continued while another has raw modes":
         (START, CTRL_Z, RAW, (signal.SIGCONT, b""), (b"x", PROMPT), FG, QUIT),
+    "pasted before Ctrl-C": (START, (PASTE + b"\x03", PROMPT), NOTHING_RAN),
+    "pasted before Ctrl-Z": (START, (PASTE + b"\x1a", PROMPT), NOTHING_RAN, *KILL),
+    "pasted before Ctrl-\\": (START, (PASTE + b"\x1c", PROMPT), NOTHING_RAN),
+    "typed after F3": (START, (F3 + b"echo for the 'shell'\n", b"for the shell.*" + PROMPT)),
     "first process, terminated": (START_FIRST, (signal.SIGTERM, b"status 143.*" + PROMPT)),
     "hang up": (START, HANG_UP),
     "hang up, stopped": (START, CTRL_Z, HANG_UP),
@@ -55,6 +64,9 @@ STORIES = {
 
 
 class Shell(Program):
+    # The search traces the program, which a hang-up then takes for good from its orphaned group.
+    finds_leaks = False
+
     def __init__(self, program, place, shell):
         super().__init__("/usr/bin/env", place,
                          options=(b"PS1=" + PROMPT, f"PROGRAM={os.path.realpath(program)}", shell,
@@ -68,13 +80,13 @@ class Shell(Program):
         return (self._proc("stat").rpartition(") ")[2] or "X")[0]
 
     def play(self, act, pattern):
-        if act is None:
+        if act is LINE_DROPS:
             self.hang_up()
         elif isinstance(act, bytes):
             self.send(act)
         else:
             os.kill(self.reader, act)
-        if pattern is None:
+        if pattern is THE_END:
             self.until(lambda: self.state() in "XZ", "does not end")
             return
         self.until(lambda: re.search(pattern, self.output, re.DOTALL), f"no {pattern}")

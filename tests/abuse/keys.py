@@ -1,7 +1,8 @@
-"""Random keys on a terminal that is resized all the while: keys.py PROGRAM [SECONDS [SEED]].
+"""Random keys on a terminal that is resized all the while: scripts/abuse keys [SECONDS [SEED]].
 
 Every run of the program has a seed of its own, which is printed when it fails: with 0 seconds and
-that seed just this run is made again. Further arguments are the command that watches the program.
+that seed just this run is made again. "scripts/abuse memory" adds the command that watches the
+program.
 """
 
 import multiprocessing
