@@ -2,11 +2,12 @@
 
 costs.py start PROGRAM BARE   start and stop, beside curses alone; the program's times include the
                               command "clear", which it runs at both
-costs.py keys PROGRAM BARE    a move in the menu, beside curses alone; the bytes that keys draw
+costs.py keys PROGRAM BARE    a move in the menu and the system calls of a key, beside curses alone;
+                              the bytes that keys draw
 costs.py store BENCHMARK      look up, replace and delete among 100,000 records, beside mawk and sed
 
-Instructions are those of one process in user space: they repeat, times do not. A ratio of
-instructions over its limit is a failure.
+Instructions are those of one process in user space: they and system calls repeat, times do not.
+What is over its limit, a ratio of instructions or a number of calls, is a failure.
 """
 
 import os
@@ -24,6 +25,8 @@ from terminal import (CTRL_H, DELETE, DOWN, ENTER, ERASE, F3, F4, LEFT, RIGHT, U
 
 RUNS = 25
 MOVES = 100
+TYPED = 50  # keys, which a field has room for
+MOST_CALLS = 10  # for a typed key
 RECORDS = 100_000
 TERMS = ("xterm-256color", "tmux")
 COUNT = ("valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null", "--log-file=count")
@@ -32,12 +35,12 @@ Program.patience = 120  # an instrumented program is slow
 exceeded = []
 
 
-def show(name, ours, theirs, limit=None, form="12,.0f"):
-    """Prints a figure beside its peer's, and remembers a ratio over the limit."""
+def show(name, ours, theirs, limit=None, form="12,.0f", most=None):
+    """Prints a figure beside its peer's, and remembers one over the limit of their ratio or `most`."""
     ratio = ours / theirs
     print(f"{name:42} {ours:{form}} {theirs:{form}} {ratio:7.2f}", end="")
-    print(f"  at most {limit:.2f}" if limit else "", flush=True)
-    if limit and ratio > limit:
+    print(f"  at most {limit:.2f}" if limit else f"  at most {most} calls" if most else "", flush=True)
+    if (limit and ratio > limit) or (most and ours > most):
         exceeded.append(name)
 
 
@@ -84,6 +87,22 @@ def start(program, bare):
 def move_cost(program, term):
     moves = [DOWN] * MOVES
     return (count_run(program, term, moves) - count_run(program, term)) / MOVES
+
+
+def calls_of(program, key, before=(), after=(F3,)):
+    """Returns the system calls of a key that is pressed after `before`; `after` ends the program."""
+    counts = []
+    for times in (0, TYPED):
+        with Installation() as place:
+            calls = place.root / "calls"
+            with Program(program, place, prefix=("strace", "-D", "-o", calls)) as session:
+                session.settle()
+                session.press(*before, *[key] * times)
+                session.send(b"".join(after))
+                session.expect_end(0)
+                session.until(lambda: "+++ exited" in calls.read_text(), "strace does not end")
+            counts.append(len(calls.read_text().splitlines()))
+    return (counts[1] - counts[0]) / TYPED
 
 
 def bytes_of(program, term, keys):
@@ -138,6 +157,9 @@ def keys(program, bare):
         moves = [DOWN] * 8 + [UP] * 8
         show(f"{term}, menu move, bytes", bytes_of(program, term, moves),
              bytes_of(bare, term, moves), 1.10, "12.1f")
+    show("typed key, system calls", calls_of(program, b"a", (DOWN, ENTER), (F3, F3)),
+         calls_of(bare, b"a"), form="12.1f", most=MOST_CALLS)
+    show("menu move, system calls", calls_of(program, DOWN), calls_of(bare, DOWN), form="12.1f")
     print(f"\n{'mean and most bytes per key':36}{TERMS[0]:>16}{TERMS[1]:>16}")
     columns = [draw_keys(program, term) for term in TERMS]
     for name in columns[0]:
@@ -196,5 +218,10 @@ def store(benchmark):
                      middle([pair[1][index] for pair in runs]), form="12.1f")
 
 
-{"start": start, "keys": keys, "store": store}[sys.argv[1]](*sys.argv[2:])
-sys.exit("over the limit: " + ", ".join(exceeded) if exceeded else 0)
+def main(what, *programs):
+    {"start": start, "keys": keys, "store": store}[what](*programs)
+    sys.exit("over the limit: " + ", ".join(exceeded) if exceeded else 0)
+
+
+if __name__ == "__main__":
+    main(*sys.argv[1:])

@@ -63,16 +63,19 @@ apt-get update && apt-get install --no-install-recommends ${missing[*]}"
 
 # configure PRESET [OPTION...]: sets up build/PRESET, with further options for cmake.
 configure() {
-  local place=$root/build/$1
+  local place=$root/build/$1 locked
   while [[ ! -e $place ]]; do place=$(dirname -- "$place"); done
-  [[ -w $place ]] || die "no permission to write to $place (made by another user?)"
+  # Not in the sample, which root may have changed.
+  locked=$(find "$place" -path "$root/build/release/sample" -prune -o -type d ! -writable -print -quit)
+  [[ -z $locked ]] || die "no permission to write to $locked (made by another user?)"
   cmake -S "$root" --preset "$@"
 }
 
-# prepare_sample FOLDER: makes a sample installation with a few records there, unless it has one.
+# prepare_sample FOLDER: makes a sample installation with a few records there, unless it has one. For
+# the node that the release build works on; its target node_name must have been built.
 prepare_sample() {
   local directory
-  directory=$1/opr/config/$(uname -n)
+  directory=$1/opr/config/$("$root/build/release/src/platform/node_name")
   [[ ! -e $directory/actnode.prf ]] || return 0
   mkdir -p -- "$directory"
   cat >"$directory/actnode.prf" <<'END'
