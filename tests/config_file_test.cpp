@@ -122,6 +122,7 @@ TEST_F(ConfigFile, WriterFailures) {
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
   setenv("HLVHOME0000", std::string(227, 'r').c_str(), 1);
   EXPECT_EQ(WLNSWriteRecs(new WLNSRec{}), kNoConfigPath);
+  EXPECT_EQ(WLNSGetAllRecs(), nullptr);
 }
 
 TEST_F(ConfigFile, AFileWithoutRoomForItsNewTextStaysAsItIs) {

@@ -3,7 +3,7 @@
 // On ten columns six characters of "a" show. A label stands to the right of "b".
 static constinit ScreenField form[] = {Field(2, 2, 8, "a"),
                                        Field(4, 2, 3, "b"),
-                                       {4, 7, "!", 6, 2, nullptr, 3, FLD_HIDDEN, "hidden"},
+                                       {4, 6, "!", 6, 2, nullptr, 3, FLD_HIDDEN, "hidden"},
                                        kSentinel};
 static constinit ScreenField other_form[] = {Field(4, 2, 3, "c"), kSentinel};
 

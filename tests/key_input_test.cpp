@@ -35,7 +35,10 @@ TEST(KeyInput, KeysAndSequencesComeBackAsOneKey) {
     terminal->Send(sent);
     EXPECT_EQ(terminal->Result(), read);
   }
-  EXPECT_EQ(Start([] { return std::to_string(get_escdelay()); })->Result(), "25") << "ESCDELAY";
+  const auto escape_delay = [] { return std::to_string(get_escdelay()); };
+  EXPECT_EQ(Start(escape_delay)->Result(), "25") << "ESCDELAY";
+  const auto by_default = [&] { return unsetenv("ESCDELAY"), StartTerminal(), escape_delay(); };
+  EXPECT_EQ(TerminalSession::Call(by_default)->Result(), "100");
 }
 
 TEST(KeyInput, EveryKeyIsTracedAndAResizeBreaksNoSequence) {
@@ -51,6 +54,13 @@ TEST(KeyInput, EveryKeyIsTracedAndAResizeBreaksNoSequence) {
   ExpectText(terminal->Result(), "traces/key_input.txt");
 }
 
+// As if the program had been started with the signal ignored.
+static void RaiseIgnored(int number) {
+  (void)std::signal(number, SIG_IGN);
+  InstallHandlers(Shutdown);
+  (void)raise(number);
+}
+
 TEST(KeyInput, TheProgramEndsWithItsTerminalOrWhenInterrupted) {
   const struct {
     const char* name;
@@ -64,7 +74,11 @@ TEST(KeyInput, TheProgramEndsWithItsTerminalOrWhenInterrupted) {
       {"terminate before a key", [] { ReadKeys(1), (void)raise(SIGTERM); }, "ab", -SIGTERM},
       {"quit key", [] {}, "\034", -SIGQUIT},
       {"hang-up", [] {}, "", -SIGHUP},
-      {"hang-up, ignored", [] { (void)std::signal(SIGHUP, SIG_IGN); }, "", 0},
+      {"hang-up, ignored", [] { RaiseIgnored(SIGHUP); }, "", 0},
+      {"interrupt, ignored", [] { RaiseIgnored(SIGINT); }, "", 0},
+      {"terminate, ignored", [] { RaiseIgnored(SIGTERM); }, "x", -SIGABRT, "after x"},
+      {"quit key, ignored", [] { RaiseIgnored(SIGQUIT); }, "\034x", -SIGABRT, "after x"},
+      {"stop key, ignored", [] { RaiseIgnored(SIGTSTP); }, "\032x", -SIGABRT, "after x"},
       {"end of file", [] { dup2(open("/dev/null", O_RDONLY), 0); }, "", 0},
       {"unreadable input", [] { dup2(open("/", O_RDONLY), 0); }, "", 0},
       {"quit key, silent input", [] { dup2(inotify_init(), 0); }, "\034", -SIGQUIT},

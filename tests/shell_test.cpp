@@ -53,13 +53,10 @@ TEST_F(Shell, PaintsTheMenuAndWrapsTheHighlightAround) {
 }
 
 TEST_F(Shell, QuitAndCtrlCLeaveAClearTerminal) {
-  const std::string ctrl_c = "\x03";
-  for (const std::string& keys : {kUp + kEnter, ctrl_c, kEnter + ctrl_c}) {
+  for (const std::string& keys : {kUp + kEnter, std::string("\x03"), kEnter + "\x03"}) {
     Start();
     Leave(keys);
   }
-  Start("", "env --ignore-signal=INT");
-  Leave(ctrl_c);
 }
 
 TEST_F(Shell, StopsWhereItWaitsForAKeyAndGoesOn) {
@@ -83,13 +80,6 @@ TEST_F(Shell, StopsWhereItWaitsForAKeyAndGoesOn) {
   Type(kEnter);
   EXPECT_EQ(terminal_->Picture(), list);
   Leave(kF3 + kF3 + kF3);  // with the modes that were set while it was stopped
-}
-
-TEST_F(Shell, GoesOnAtCtrlZWhereThatWasIgnoredAtTheStart) {
-  terminal_ = TerminalSession::Run("set -m; env --ignore-signal=TSTP ./program; read key");
-  Type("");
-  Type("\x1ao" + kDown);
-  EXPECT_TRUE(terminal_->Marks().starts_with("cursor 7,5\n")) << terminal_->Picture();
 }
 
 TEST_F(Shell, StopsInTheBackgroundWhereASignalEndsIt) {

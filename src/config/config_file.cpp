@@ -132,7 +132,8 @@ void Fill(WLNSRec& rec, const Fields& fields) {
 std::string FileText(const WLNSRec* list) {
   std::size_t most = kComments.size();
   for (const WLNSRec* rec = list; rec != nullptr; rec = rec->next) {
-    most += sizeof *rec;  // more than its line has
+    // Besides the masks two commas, the mode and the end of the line.
+    most += kRecordPrefix.size() + std::strlen(rec->nodemask) + std::strlen(rec->usermask) + 4;
   }
   std::string text;
   text.reserve(most);
@@ -201,8 +202,7 @@ std::string ShellQuoted(std::string_view path) {
   return quoted + "'";
 }
 
-// Creates the last level of the directory. The result is ignored: if it failed, opening the file
-// fails.
+// Creates the last level of the directory; if that fails, opening the file fails.
 void MakeDirectory(const char* dir) {
   RunShellCommand(("mkdir " + ShellQuoted(dir) + " 2>/dev/null").c_str());
 }

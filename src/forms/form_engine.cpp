@@ -50,9 +50,8 @@ int MoveToField(WINDOW* window, ScreenField* field) {
 
 void RedrawField(WINDOW* window, const ScreenField* field) {
   const FormRun* form = FormRun::On(window);
-  int row = 0;
-  int column = 0;
-  getyx(window, row, column);
+  const int row = getcury(window);
+  const int column = getcurx(window);
   DrawField(window, *field, form != nullptr ? form->ScrollOffsetOf(*field) : 0);
   wmove(window, row, column);
   wrefresh(window);

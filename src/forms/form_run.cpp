@@ -94,8 +94,7 @@ void FormRun::MoveTo(ScreenField* field) {
 }
 
 void FormRun::FollowCursor() {
-  Cursor at{};
-  getyx(window(), at.row, at.column);
+  const Cursor at{getcury(window()), getcurx(window())};
   if (field_ != nullptr && at == CursorPosition()) return;
   ScreenField* found = FindFieldAt(table_, at.row, at.column);
   if (found != field_) {

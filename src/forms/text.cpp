@@ -18,8 +18,5 @@ void DrawTitle(WINDOW* window, const char* title) {
   if (length <= COLS) {
     wmove(window, 0, (COLS - length) / 2 - 1);
   }
-  int row = 0;
-  int column = 0;
-  getyx(window, row, column);
-  DrawText(window, row, column, title);
+  DrawText(window, getcury(window), getcurx(window), title);
 }

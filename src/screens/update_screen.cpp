@@ -33,12 +33,13 @@ void Protect(const char* name, bool is_protected) {
   }
 }
 
-void PrepareToAdd() {
+bool PrepareToAdd() {
   const bool read_only = RootAuthority == 0;
   Protect("node", read_only);
   Protect("userid", read_only);
   SetValue(Field("mode"), "ENABLED");
   Protect("mode", read_only);
+  return true;
 }
 
 // Looks the record up and shows it in the fields; false when it is not there.
@@ -61,12 +62,6 @@ bool PrepareToChange(WINDOW* parent, const char* nodeMask, const char* useridMas
   if (RootAuthority == 0) {
     Protect("mode", true);
   }
-  return true;
-}
-
-bool PrepareFields(WINDOW* parent, const char* nodeMask, const char* useridMask) {
-  if (*nodeMask != '\0') return PrepareToChange(parent, nodeMask, useridMask);
-  PrepareToAdd();
   return true;
 }
 
@@ -155,8 +150,9 @@ int AddCfg(WINDOW* parent) {
 
 int UpdCfg(WINDOW* parent, const char* nodeMask, const char* useridMask) {
   FieldsModified = 0;
-  return RunScreen(kUpdateForm, parent, UpdCfgKeys,
-                   [=] { return PrepareFields(parent, nodeMask, useridMask); });
+  return RunScreen(kUpdateForm, parent, UpdCfgKeys, [=] {
+    return *nodeMask != '\0' ? PrepareToChange(parent, nodeMask, useridMask) : PrepareToAdd();
+  });
 }
 
 int UpdCfgKeys(WINDOW* win, int code, ScreenField* field) {

@@ -4,7 +4,6 @@
 #include <termios.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <csignal>
 
 #include "terminal/terminal.h"
@@ -16,7 +15,7 @@ volatile std::sig_atomic_t terminal_changed = 0;
 // What SIGINT does.
 constinit SignalHandler interrupt_handler = nullptr;
 
-// The mask while waiting for a key: that of the start with the handled signals unblocked.
+// The signal mask of the start with the handled signals unblocked.
 constinit sigset_t wait_mask = {};
 
 void NoteChange(int /*number*/) { terminal_changed = 1; }
@@ -96,12 +95,8 @@ void InstallHandlers(SignalHandler on_interrupt) {
 }
 
 void DeliverPendingSignals() {
-  sigset_t pending;
-  sigpending(&pending);
-  const auto is_pending = [&pending](int number) { return sigismember(&pending, number) == 1; };
-  if (std::ranges::none_of(kHandled, is_pending, &HandledSignal::number)) return;
-  ChangeMask(SIG_UNBLOCK);
-  ChangeMask(SIG_BLOCK);
+  constexpr timespec kNoTime{};
+  ppoll(nullptr, 0, &kNoTime, &wait_mask);
 }
 
 short AwaitInput() {

@@ -17,7 +17,7 @@ void BlockSignals();
 // discard a pending SIGTSTP.
 void InstallHandlers(SignalHandler on_interrupt);
 
-// Unblocks the signals for a moment if some are pending, so that these are delivered.
+// Unblocks the signals for a moment, so that pending ones are delivered.
 void DeliverPendingSignals();
 
 // Sleeps, with the signals unblocked, until there is input or a signal is delivered. Returns the
