@@ -5,6 +5,11 @@
 
 using Evseccfg = StoreTest;
 
+static bool no_memory = false;
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+  return no_memory ? nullptr : operator new(size);
+}
+
 constexpr const char* kLines = "#mine\n-n=a,u,E\n\n-n=b,u,D\n-n=a,v,W\n-n=a,u,x\n";
 
 // Returns a list of records as "alpha,ops,E;beta,root,D;" and releases it.
@@ -58,6 +63,10 @@ TEST_F(Evseccfg, AFileThatCannotBeReadNowIsNotChanged) {
   EXPECT_EQ(WLNSUpdateRec(&rec), EMFILE);
   EXPECT_EQ(WLNSDeleteRec(&rec), EMFILE);
   SetLimit(RLIMIT_NOFILE, RLIM_INFINITY);
+  no_memory = true;
+  EXPECT_EQ(WLNSUpdateRec(&rec), ENOMEM);
+  EXPECT_EQ(WLNSDeleteRec(&rec), ENOMEM);
+  no_memory = false;
   EXPECT_EQ(ReadFile(kFile), kLines);
   EXPECT_EQ(WLNSUpdateRec(&rec), 0);
   std::filesystem::remove(kFile);

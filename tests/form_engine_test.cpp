@@ -45,7 +45,6 @@ TEST(FormEngine, KeysHandlersAndNewSizesActOnTheFieldUnderTheCursor) {
       {"form_down", Form(""), full + kDown, "", "[abcdefgh] changed"},
       {"form_down_and_up", Form(""), full + kDown + kUp, "", "[abcdefgh] changed"},
       {"form_first_replaced", Form("", Repaint), full + kF2 + "X", "", "[Xbcdefgh] changed"},
-      {"form_first_replaced", Form("", MoveTo(2, 9)), full + kF2 + "X", "", "[Xbcdefgh] changed"},
       {"form_shown_again", Form("", MoveTo(2, 9)), full + kF2, "X", "[Xbcdefgh] changed"},
       {"form_shown_replaced", Form("", MoveTo(2, 6)), full + kF2 + "X", "", "[abcdefXh] changed"},
       {"form_next_replaced", Form(full, MoveTo(2, 8)), kF2 + "X", "", "[abcdefXh] changed"},

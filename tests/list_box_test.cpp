@@ -17,9 +17,7 @@ static Body List(int count, const std::string& first = "item0") {
     items = count;
     first_item = first;
     const int result = ListBox(window, field, NextItem);
-    return std::to_string(calls) + (result == 0    ? " calls, "
-                                    : result == -1 ? " calls, failed, "
-                                                   : "?");
+    return std::to_string(calls) + " calls, " + (result == 0 ? "" : "failed, ");
   });
 }
 
@@ -34,7 +32,7 @@ TEST(ListBox, KeysMoveThroughTheItemsAndChooseOne) {
       {"list_box_last_of_three", three, kF2 + to_end, kEnter, "4 calls, [item2] changed"},
       {"list_box_no_items", List(0), kF2 + kDown + kUp, kEnter, "1 calls, [old]"},
       {"list_box_at_the_end", many, kF2 + to_end, kEnter, "26 calls, [item24] changed"},
-      {"list_box_back", many, kF2 + to_end + Times(30, kUp), kEnter, "26 calls, [item0] changed"},
+      {"list_box_back", many, kF2 + to_end + Times(17, kUp), kEnter, "26 calls, [item7] changed"},
       {"list_box_too_many_items", List(1030), kF2, kEnter, "1031 calls, [item0] changed"},
       {"list_box_long_item", with_odd_item, kF2, kEnter, "13 calls, [a\x01\x80zzzzzz] changed"},
       {"list_box_just_fits", many, kF2 + Times(10, kDown), kEnter, "26 calls, [item10] changed",

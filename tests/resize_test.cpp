@@ -49,9 +49,6 @@ const struct {
 };
 
 TEST_F(Resize, EverythingStandsAsIfOpenedAtTheNewSize) {
-  const auto expect_same = [](const std::string& resized, const std::string& fresh) {
-    EXPECT_TRUE(resized == fresh) << "resized:\n" << resized << "opened at that size:\n" << fresh;
-  };
   for (const auto& [name, keys, least, outlives, by] : kScenes) {
     SCOPED_TRACE(name);
     Start("", by);
@@ -63,12 +60,12 @@ TEST_F(Resize, EverythingStandsAsIfOpenedAtTheNewSize) {
       if (size.rows < least.rows || size.cols < least.cols) continue;
       Start("", by, size);
       Type(keys);
-      expect_same(Resized(*resized, size), terminal_->Picture());
+      EXPECT_EQ(Resized(*resized, size), terminal_->Picture());
       for (const Size& no_field_shows :
            {{1, 1}, {24, 1}, {40, 1}, {1, 80}, {4, 80}, Size{24, 25}}) {
         if (outlives) Resized(*resized, no_field_shows, "X" + kDelete + "\b" + kUp + kDown);
       }
-      expect_same(Resized(*resized, {}), before);
+      EXPECT_EQ(Resized(*resized, {}), before);
     }
     EXPECT_EQ(resized->Bells(), 0);
   }
