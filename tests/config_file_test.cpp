@@ -71,14 +71,14 @@ TEST_F(ConfigFile, LinesAreReadAndWrittenByteForByte) {
 
 TEST_F(ConfigFile, ReadCursor) {
   WriteFile(kFile, "-n=a,u,1\n-n=b,u,2\n#\n-n=a,v,3\n-n=a,u,4\n");
-  const std::pair<const char*, char> calls[] = {
-      {"a,u", '1'}, {"a,u", '1'}, {"a,", '1'}, {"a,", '3'}, {"a,", '4'}, {"a,", '-'}, {",u", '1'}};
-  for (const auto& [masks, mode] : calls) {
+  std::string modes;
+  for (const char* masks : {"a,u", "a,u", "a,", "a,", "a,", "a,", ",u"}) {
     WLNSRec wanted{};
     WLNSParseLine(&wanted, masks);
     const RecordPtr found(WLNSReadRec(wanted.nodemask, wanted.usermask));
-    EXPECT_EQ(found ? found->mode : '-', mode) << masks;
+    modes += found ? found->mode : '-';
   }
+  EXPECT_EQ(modes, "11134-1");
   WLNSEndRead();
 }
 
@@ -147,9 +147,4 @@ TEST_F(ConfigFile, AFileWithoutRoomForItsNewTextStaysAsItIs) {
     EXPECT_EQ(stat(kFile, &file), 0);
     EXPECT_TRUE(result == 0 || file.st_blocks * 512 <= file.st_blksize) << "space stays allocated";
   }
-  std::filesystem::remove(kFile);
-  reserve_error = ENOSPC;
-  EXPECT_EQ(WLNSWriteRecs(nullptr), ENOSPC);
-  reserve_error = 0;
-  EXPECT_EQ(ReadFile(kFile), "");
 }

@@ -42,7 +42,6 @@ TEST_F(Evseccfg, OrdinaryUserReadsAndChangesNothing) {
   test_user = 1;
   EXPECT_EQ(LookUp("a,v"), "0 W");
   EXPECT_EQ(LookUp("b,v"), "4 -");
-  EXPECT_EQ(LookUp("A,v"), "4 -");
   EXPECT_EQ(LookUp(","), "0 E");
   EXPECT_EQ(TakeText(WLNSListNodeMasks("")), "a,u,E;b,u,D;");
   EXPECT_EQ(TakeText(WLNSListNodeMasks("v")), "a,v,W;");

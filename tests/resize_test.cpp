@@ -1,5 +1,3 @@
-// The program on a terminal that changes its size.
-
 #include "support/program.h"
 
 using Size = TerminalOptions;

@@ -24,9 +24,8 @@ TEST_F(Shell, TracesWhereTheCommandLineSays) {
     Start(arguments);
     Leave();
     const std::string trace = ReadFile(file);
-    const bool traced = !file.empty();
-    EXPECT_EQ(trace.starts_with("geteuid: " + std::to_string(geteuid()) + "\n"), traced);
-    EXPECT_EQ(trace.ends_with("position(5,5)\n"), traced);
+    EXPECT_EQ(trace.starts_with("geteuid: " + std::to_string(geteuid()) + "\n"), !file.empty());
+    EXPECT_EQ(trace.ends_with("position(5,5)\n"), !file.empty());
     std::filesystem::remove(file);
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator("."), {}), 2) << "another file";
   }
@@ -46,9 +45,6 @@ TEST_F(Shell, PaintsTheMenuAndWrapsTheHighlightAround) {
     Type(keys);
     EXPECT_EQ(terminal_->Marks(), "cursor " + at + "\nstandout " + at + " \"" + entry + "\"\n");
   }
-  terminal_->Resize({.rows = 6});
-  Type(kUp);  // from an entry out of sight
-  EXPECT_EQ(terminal_->Marks(), "cursor 0,0\n");
   EXPECT_EQ(terminal_->Bells(), 0);
 }
 

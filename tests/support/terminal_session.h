@@ -1,8 +1,8 @@
 #pragma once
 
 // A program, or a function of the test binary, on a pseudo-terminal of its own. Its screen is kept
-// here, updated only by the non-const functions. terminal.py, for programs below strace, valgrind
-// and shells, keeps no screen; both find out by the same means that a key is awaited.
+// here, updated only by the non-const functions. terminal.py, which keeps none, is for programs
+// below strace, valgrind and shells; both see by the same means that a key is awaited.
 
 #include <sys/ioctl.h>
 #include <sys/types.h>
