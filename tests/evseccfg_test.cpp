@@ -79,7 +79,6 @@ TEST_F(Evseccfg, ChangesTheFirstOfAPairInItsPlace) {
   EXPECT_EQ(Change(WLNSUpdateRec, {"A", "u", 'E', nullptr}), "0 a,u,E;b,u,D;a,v,W;a,u,x;A,u,E;");
   EXPECT_EQ(Change(WLNSUpdateRec, {"b", "u", 'w', nullptr}), "-1");
   EXPECT_EQ(Change(WLNSUpdateRec, {"", "u", 'E', nullptr}), "-1");
-  EXPECT_EQ(Change(WLNSUpdateRec, {"b", "", 'E', nullptr}), "-1");
   EXPECT_EQ(Change(WLNSDeleteRec, {"a", "u", '-', nullptr}), "0 b,u,D;a,v,W;a,u,x;");
   EXPECT_EQ(Change(WLNSDeleteRec, {"a", "v", '-', nullptr}), "0 a,u,E;b,u,D;a,u,x;");
   EXPECT_EQ(Change(WLNSDeleteRec, {"b", "v", '-', nullptr}), "0");

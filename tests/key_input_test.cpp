@@ -69,10 +69,8 @@ TEST(KeyInput, TheProgramEndsWithItsTerminalOrWhenInterrupted) {
     int status;
     const char* shown = "";
   } cases[] = {
-      {"interrupt", [] { (void)raise(SIGINT); }, "", 0},
       {"interrupt before a key", [] { ReadKeys(1), (void)raise(SIGINT); }, "ab", 0},
       {"terminate before a key", [] { ReadKeys(1), (void)raise(SIGTERM); }, "ab", -SIGTERM},
-      {"quit key", [] {}, "\034", -SIGQUIT},
       {"hang-up", [] {}, "", -SIGHUP},
       {"hang-up, ignored", [] { RaiseIgnored(SIGHUP); }, "", 0},
       {"interrupt, ignored", [] { RaiseIgnored(SIGINT); }, "", 0},

@@ -35,6 +35,7 @@ TEST(LineEditor, KeysActOnValueOffsetAndCursor) {
   } cases[] = {
       {"left scrolls", {"abcde", 2, 2}, kLeft, {"abcde", 1, 1}, kMoved, kCut},
 
+      {"right at the end", {"abc", 0, 3}, kRight, {"abc", 0, 3}, kRefused},
       {"right to the margin", {"abcde", 1, 2}, kRight, {"abcde", 1, 3}, kMoved, kCut},
       {"right scrolls", {"abcde", 1, 3}, kRight, {"abcde", 2, 4}, kMoved, kCut},
       {"right on the last one", {"abcde", 2, 4}, kRight, {"abcde", 2, 4}, kNothing, kCut},
@@ -48,6 +49,7 @@ TEST(LineEditor, KeysActOnValueOffsetAndCursor) {
       {"erase what is scrolled", {"abcde", 1, 3}, kEraseLeft, {"abde", 1, 2}, kChanged, kCut},
       {"erase until it fits", {"abcd", 1, 3}, kEraseLeft, {"abd", 0, 2}, kChanged, kCut},
 
+      {"delete at the end", {"abc", 0, 3}, kEraseUnder, {"abc", 0, 3}, kRefused},
       {"delete out of sight", {"abcde", 1, 4}, kEraseUnder, {"abcde", 1, 4}, kRefused, kCut},
       {"delete what is scrolled", {"abcde", 1, 3}, kEraseUnder, {"abce", 1, 3}, kChanged, kCut},
       {"delete until it fits", {"abcd", 1, 2}, kEraseUnder, {"abd", 0, 2}, kChanged, kCut},

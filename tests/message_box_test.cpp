@@ -33,7 +33,10 @@ TEST(MessageBox, ShowsTextAndButtonsUntilOneIsChosen) {
       {"message_box_closed", Ask(0), kF2, "", "none, [value]"},
       {"message_box_closed", Ask(5), kF2, "", "none, [value]"},
       {"message_box_just_fits", yes_no, kF2 + kRight, kEnter, "no, [value]", Sizes{{10, 50}}},
-      {"message_box_closed", yes_no, kF2, "y", "none, [yalue] changed", Sizes{{9, 55}, {15, 55}}}};
+      {"message_box_closed", yes_no, kF2, "y", "none, [yalue] changed", Sizes{{9, 55}, {15, 55}}},
+      {"message_box_closed", yes_no, kF2 + "\033", "x", "none, [alue] changed",
+       Sizes{{9, 55}, {15, 55}}},
+      {"message_box_too_narrow", yes_no, kF2, "y", "none, [yalue] changed", Sizes{{15, 49}}}};
   Play(stories, {.rows = 15, .cols = 55});
   Play({{"message_box_never_fits", yes_no, kF2, "", "none, [value]"}}, {.rows = 9, .cols = 55});
 }

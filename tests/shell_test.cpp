@@ -45,6 +45,9 @@ TEST_F(Shell, PaintsTheMenuAndWrapsTheHighlightAround) {
     Type(keys);
     EXPECT_EQ(terminal_->Marks(), "cursor " + at + "\nstandout " + at + " \"" + entry + "\"\n");
   }
+  terminal_->Resize({.rows = 6});
+  Type(kUp);  // from an entry out of sight
+  EXPECT_EQ(terminal_->Marks(), "cursor 0,0\n");
   EXPECT_EQ(terminal_->Bells(), 0);
 }
 
