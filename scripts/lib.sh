@@ -74,8 +74,10 @@ configure() {
 # prepare_sample FOLDER: makes a sample installation with a few records there, unless it has one. For
 # the node that the release build works on; its target node_name must have been built.
 prepare_sample() {
-  local directory
-  directory=$1/opr/config/$("$root/build/release/src/platform/node_name")
+  local node directory
+  node=$("$root/build/release/src/platform/node_name") || true
+  [[ -n $node ]] || die "the node has no name"
+  directory=$1/opr/config/$node
   [[ ! -e $directory/actnode.prf ]] || return 0
   mkdir -p -- "$directory"
   cat >"$directory/actnode.prf" <<'END'

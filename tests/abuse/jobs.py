@@ -64,7 +64,8 @@ STORIES = {
 
 
 class Shell(Program):
-    # The search traces the program, which a hang-up then takes for good from its orphaned group.
+    # The search stops the program by SIGSTOP; the SIGCONT that comes with a hang-up takes that back,
+    # and both wait for ever.
     finds_leaks = False
 
     def __init__(self, program, place, shell):
