@@ -83,11 +83,11 @@ int WLNSUpdateRec(const WLNSRec* rec) {
   RecordList list;
   WLNSRec** link = LoadAndFind(list, *rec);
   if (link == nullptr) return WLNSReadError();
+  WLNSRec* const next = *link != nullptr ? (*link)->next : nullptr;  // all else comes from `rec`
   if (*link == nullptr) {
     *link = new (std::nothrow) WLNSRec{};
     if (*link == nullptr) return ENOMEM;
   }
-  WLNSRec* const next = (*link)->next;  // all else comes from `rec`
   **link = *rec;
   (*link)->next = next;
   return WLNSWriteRecs(list.Release());
