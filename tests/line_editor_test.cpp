@@ -33,6 +33,7 @@ TEST(LineEditor, KeysActOnValueOffsetAndCursor) {
     EditResult outcome;
     int visible_width = kWidth;
   } cases[] = {
+      {"left at the start", {"abc", 0, 0}, kLeft, {"abc", 0, 0}, kNothing},
       {"left scrolls", {"abcde", 2, 2}, kLeft, {"abcde", 1, 1}, kMoved, kCut},
 
       {"right at the end", {"abc", 0, 3}, kRight, {"abc", 0, 3}, kRefused},
