@@ -24,7 +24,7 @@ import termios
 import time
 
 PAUSE = 0.001
-#The system calls that wait for a key : ppoll, and read from a program that does nothing else.
+# The system calls that wait for a key: ppoll, and read from a program that does nothing else.
 PPOLL, READ = {"x86_64": ("271", "0")}.get(platform.machine(), ("73", "63"))
 
 ENTER, UP, DOWN, RIGHT, LEFT = b"\r", b"\x1bOA", b"\x1bOB", b"\x1bOC", b"\x1bOD"
@@ -34,7 +34,7 @@ ERASE, DELETE, CTRL_H = b"\x7f", b"\x1b[3~", b"\x08"
 COMMENTS = (b"#Event external security configuration\n"
             b"#Format: -n=nodemask,usermask,mode(D|E|W)\n")
 
-#The terminal is cleared last of all; what may follow clears its history or fills time.
+# The terminal is cleared last of all; what may follow clears its history or fills time.
 CLEARED = re.compile(rb"\x1b\[H\x1b\[2?J(?:\x1b\[3J|\0)*\Z")
 
 
@@ -118,8 +118,8 @@ class Program:
                        signal.SIGTERM, signal.SIGTSTP, signal.SIGXFSZ):
             signal.signal(number, signal.SIG_IGN if number in ignored else signal.SIG_DFL)
         os.chdir(self.root)
-#Sanitizers report into files, not to the screen.Their search for leaks, which traces the
-#program, cannot do so while strace does.
+        # Sanitizers report into files, not to the screen. Their search for leaks, which traces the
+        # program, cannot do so while strace does.
         leaks = int(self.finds_leaks and "strace" not in command)
         report = f"log_path={self.root}/report:detect_leaks={leaks}"
         os.execvpe(command[0], command, {
