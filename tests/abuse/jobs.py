@@ -26,9 +26,13 @@ THE_END = object()  # instead of what appears: the program ends
 # shell may continue what it kills, and complain of "bg".
 START, START_IN_BACKGROUND = (b"modes=$(stty -g); $PROGRAM\r", MENU), (b"$PROGRAM &\r", PROMPT)
 CTRL_Z = (b"\x1a", PROMPT)
-# No program can prepare for SIGSTOP, and not every shell restores the terminal after it.
-STOP = ((signal.SIGSTOP, b""), (b"stty $modes\n", PROMPT))
-BG, FG, QUIT = (b"bg\r", PROMPT), (b"fg\r", MENU), (F3, PROMPT)
+# No program can prepare for SIGSTOP, and not every shell restores the terminal after it: the prompt
+# in brackets comes with any modes.
+STOP = ((signal.SIGSTOP, b"(" + PROMPT + b")"), (b"stty $modes\n", PROMPT))
+# The program stops again, which the shell must know before "fg".
+CONTINUE = b"bg\r"
+BG = ((CONTINUE, PROMPT), (b"jobs\r", b"([Ss]topped|[Ss]uspended).*" + PROMPT))
+FG, QUIT = (b"fg\r", MENU), (F3, PROMPT)
 KILL = ((b"kill %1; bg\r", THE_END), (b"jobs\r", b"[Tt]erminated.*" + PROMPT))
 INTERRUPT = ((b"kill -INT %1; bg\r", THE_END), (b"jobs\r", b"[Dd]one.*" + PROMPT))
 RAW = (b"sh -c 'old=$(stty -g); stty raw -echo; printf %s=raw mode; head -c1; stty $old'\r",
@@ -40,14 +44,14 @@ PASTE = b"x" * 2500 + b"\ntouch pasted\n"
 NOTHING_RAN = (b"test -e pasted || echo nothing 'ran'\r", b"nothing ran.*" + PROMPT)
 
 STORIES = {
-    "killed in the background": (START, CTRL_Z, BG, *KILL),
-    "killed after SIGSTOP": (START, *STOP, BG, *KILL),
+    "killed in the background": (START, CTRL_Z, *BG, *KILL),
+    "killed after SIGSTOP": (START, *STOP, *BG, *KILL),
     "painted after SIGSTOP": (START, *STOP, FG, QUIT),
     "killed when stopped": (START, CTRL_Z, *KILL),
     "interrupted when stopped": (START, CTRL_Z, *INTERRUPT),
     "started in the background, killed": (START_IN_BACKGROUND, *KILL),
     "started in the background, quit": (START_IN_BACKGROUND, FG, QUIT),
-    "background and foreground": (START, CTRL_Z, BG, FG, QUIT),
+    "background and foreground": (START, CTRL_Z, *BG, FG, QUIT),
     "15 rounds": (START, *(CTRL_Z, FG) * 15, QUIT),
     "continued while another has raw modes":
         (START, CTRL_Z, RAW, (signal.SIGCONT, b""), (b"x", PROMPT), FG, QUIT),
@@ -58,7 +62,7 @@ STORIES = {
     "first process, terminated": (START_FIRST, (signal.SIGTERM, b"status 143.*" + PROMPT)),
     "hang up": (START, HANG_UP),
     "hang up, stopped": (START, CTRL_Z, HANG_UP),
-    "hang up, in the background": (START, CTRL_Z, BG, HANG_UP),
+    "hang up, in the background": (START, CTRL_Z, *BG, HANG_UP),
     "hang up, ignored": ((b"trap '' HUP; $PROGRAM\r", MENU), HANG_UP),
 }
 
@@ -80,7 +84,12 @@ class Shell(Program):
         """Returns the letter for the state of the program, X when it is gone."""
         return (self._proc("stat").rpartition(") ")[2] or "X")[0]
 
+    def switches(self):
+        """Returns how often the program has slept or stopped."""
+        return re.findall(r"^voluntary_ctxt_switches:.*", self._proc("status"), re.MULTILINE)
+
     def play(self, act, pattern):
+        before = self.switches() if act == CONTINUE else None  # else any number will do
         if act is LINE_DROPS:
             self.hang_up()
         elif isinstance(act, bytes):
@@ -95,7 +104,8 @@ class Shell(Program):
         # From the shell down to the program, which has no children while it waits.
         while children := self._proc(f"task/{self.reader}/children").split():
             self.reader = int(children[-1])
-        self.until(lambda: self.state() in "TXZ" or self.asleep(), "does not rest")
+        self.until(lambda: (self.switches() != before and self.state() in "TXZ") or self.asleep(),
+                   "does not rest")
         if pattern.endswith(PROMPT):
             self.until(lambda: termios.tcgetattr(self.slave) == self.before, "modes not restored")
 
