@@ -36,10 +36,10 @@ exceeded = []
 
 
 def show(name, ours, theirs, limit=None, form="12,.0f", most=None):
-    """Prints a figure beside its peer's, and remembers one over the limit of their ratio or `most`."""
+    """Prints a figure beside its peer's; remembers one over `most`, or a ratio over the limit."""
     ratio = ours / theirs
-    print(f"{name:42} {ours:{form}} {theirs:{form}} {ratio:7.2f}", end="")
-    print(f"  at most {limit:.2f}" if limit else f"  at most {most} calls" if most else "", flush=True)
+    bound = f"  at most {limit:.2f}" if limit else f"  at most {most}" if most else ""
+    print(f"{name:42} {ours:{form}} {theirs:{form}} {ratio:7.2f}{bound}", flush=True)
     if (limit and ratio > limit) or (most and ours > most):
         exceeded.append(name)
 
@@ -90,7 +90,7 @@ def move_cost(program, term):
 
 
 def calls_of(program, key, before=(), after=(F3,)):
-    """Returns the system calls of a key that is pressed after `before`; `after` ends the program."""
+    """Returns the system calls of a key pressed after `before`; `after` ends the program."""
     counts = []
     for times in (0, TYPED):
         with Installation() as place:

@@ -68,8 +68,8 @@ STORIES = {
 
 
 class Shell(Program):
-    # The search stops the program by SIGSTOP; the SIGCONT that a hang-up brings takes that back, and
-    # both wait for ever.
+    # The search stops the program by SIGSTOP; the SIGCONT that a hang-up brings takes that back,
+    # and both wait for ever.
     finds_leaks = False
 
     def __init__(self, program, place, shell):
