@@ -66,13 +66,14 @@ configure() {
   local place=$root/build/$1 locked
   while [[ ! -e $place ]]; do place=$(dirname -- "$place"); done
   # Not in the sample, which root may have changed.
-  locked=$(find "$place" -path "$root/build/release/sample" -prune -o -type d ! -writable -print -quit)
+  locked=$(find "$place" -path "$root/build/release/sample" -prune -o \
+    -type d ! -writable -print -quit)
   [[ -z $locked ]] || die "no permission to write to $locked (made by another user?)"
   cmake -S "$root" --preset "$@"
 }
 
-# prepare_sample FOLDER: makes a sample installation with a few records there, unless it has one. For
-# the node that the release build works on; its target node_name must have been built.
+# prepare_sample FOLDER: makes a sample installation with a few records there, unless it has one,
+# for the node of the release build, whose target node_name must have been built.
 prepare_sample() {
   local node directory
   node=$("$root/build/release/src/platform/node_name") || true
