@@ -72,11 +72,13 @@ configure() {
   cmake -S "$root" --preset "$@"
 }
 
-# prepare_sample FOLDER: makes a sample installation with a few records there, unless it has one,
-# for the node of the release build, whose target node_name must have been built.
+# node_name: prints the node that the release build works on; its target node_name must be built.
+node_name() { "$root/build/release/src/platform/node_name"; }
+
+# prepare_sample FOLDER: makes a sample installation with a few records there, unless it has one.
 prepare_sample() {
   local node directory
-  node=$("$root/build/release/src/platform/node_name") || true
+  node=$(node_name) || true
   [[ -n $node ]] || die "the node has no name"
   directory=$1/opr/config/$node
   [[ ! -e $directory/actnode.prf ]] || return 0

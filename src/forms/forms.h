@@ -100,9 +100,9 @@ enum HandlerCode : int {
 // on the window and move its cursor. A result other than 0 ends the form.
 using KeyHandler = int (*)(WINDOW* window, int code, ScreenField* field);
 
-// Runs the form that PaintScreen has painted on `window` until `handler` ends it. The values stay
-// in the table. After a resize the form draws the edited field only; a layer below it
-// (forms/layer.h) draws the rest, as the one of RunScreen does.
+// Runs the form that PaintScreen has painted on `window` until `handler` ends it. All fields must
+// have buffers, which keep the values. After a resize the form draws the edited field only; a layer
+// below it (forms/layer.h) draws the rest, as the one of RunScreen does.
 void ProcessWindowData(WINDOW* window, ScreenField* table, KeyHandler handler);
 
 // --- Screens (form_screen.cpp) ---

@@ -79,7 +79,7 @@ int QuitCfg(WINDOW* /*window*/) { Shutdown(0); }
 bool MenuLayer::LayOut() {
   Frame(window());
   DrawMenu(window(), MainMenu, kMenuTitle);
-  if (entry_ != MainMenu) {  // after the key line, as MoveTo does: on 13 lines it stands in Quit
+  if (entry_ != MainMenu) {  // after the key line, which on 13 lines stands in the row of Quit
     UnhighlightEntry(MainMenu);
     HighlightEntry(entry_);
     if (wmove(window(), entry_->row, entry_->col) == ERR) {
